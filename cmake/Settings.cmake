@@ -1,0 +1,29 @@
+# Compiler settings that hold for every room.
+include(CTest)
+
+option(TESSARO_FUZZ "Build the libFuzzer targets" OFF)
+set(TESSARO_SANITIZE "" CACHE STRING "Sanitizers to build with, as -fsanitize= takes them")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+# No NDEBUG: our checks stay on in what users run.
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1")
+set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g1")
+
+add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Werror)
+add_compile_definitions(_FILE_OFFSET_BITS=64)
+
+if(TESSARO_SANITIZE)
+  add_compile_options(-fsanitize=${TESSARO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer -O1)
+  add_link_options(-fsanitize=${TESSARO_SANITIZE})
+endif()
+if(TESSARO_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()

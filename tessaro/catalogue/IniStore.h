@@ -1,0 +1,22 @@
+#pragma once
+
+#include <string>
+
+/// The ini store: a file is read whole into memory, look-ups and changes work on that image, the image is written back
+/// in one piece. Sections, keys and paths are compared lower-cased; values keep their case. One thread at a time.
+
+bool ReadIniFile(const std::wstring& file);
+int GetIniInt(const std::wstring& section, const std::wstring& key, int defaultValue, const std::wstring& file);
+/// Fills `out`; gives its length. A null default is the empty text.
+int GetIniString(const std::wstring& section, const std::wstring& key, const wchar_t* defaultValue, std::wstring& out,
+                 const std::wstring& file);
+/// Copies the smaller of length plus 1 and `size` characters; gives that count. No terminator when the size is reached.
+int GetIniStringBuffer(const std::wstring& section, const std::wstring& key, const wchar_t* defaultValue,
+                       wchar_t* buffer, int size, const std::wstring& file);
+int SetIniString(const std::wstring& section, const std::wstring& key, const std::wstring& value,
+                 const std::wstring& file);
+int SetIniInt(const std::wstring& section, const std::wstring& key, int value, const std::wstring& file);
+/// False where there was no image.
+bool ForgetIniFile(const std::wstring& file);
+/// False where there is no image or the file can't be opened for five seconds.
+bool WriteIniFile(const std::wstring& file, bool backup);

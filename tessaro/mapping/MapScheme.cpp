@@ -1,0 +1,3 @@
+#include "tessaro/mapping/MapScheme.h"
+
+OrderedTextMap<MapScheme*> schemes;

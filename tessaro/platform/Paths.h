@@ -1,0 +1,69 @@
+#pragma once
+
+#include "tessaro/platform/Time.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Paths and files as the module sees them. Both slashes are accepted on input, kSeparator is written. A path is looked
+/// up exactly first, then ignoring case on every component. All functions may be called from any thread.
+namespace platform {
+
+constexpr wchar_t kSeparator = L'/';
+bool IsSeparator(wchar_t c);
+/// `folder` and `name` with one separator between them.
+std::wstring Join(std::wstring_view folder, std::wstring_view name);
+
+struct PathParts {
+    std::wstring drive;  ///< always empty here
+    std::wstring folder; ///< with its trailing separator
+    std::wstring name;
+    std::wstring extension; ///< with its point
+    std::wstring driveAndFolder() const { return drive + folder; }
+    std::wstring nameAndExtension() const { return name + extension; }
+};
+PathParts SplitPath(std::wstring_view path);
+
+struct FileStatus {
+    Time created = 0; ///< birth time, or the last-write time where the file system has none
+    Time modified = 0;
+    std::uint64_t size = 0;
+    bool readOnly = false; ///< no write bit for anyone
+    bool folder = false;
+};
+
+/// The path as it is spelled on disk, or nothing where no such file exists.
+std::optional<std::wstring> FindPath(std::wstring_view path);
+/// Nothing where the file does not exist.
+std::optional<FileStatus> GetFileStatus(std::wstring_view path);
+bool FileExists(std::wstring_view path);
+bool FolderExists(std::wstring_view path);
+
+struct FoundFile {
+    std::wstring name; ///< with extension, as on disk
+    FileStatus status;
+};
+/// Files (no folders) with that extension ("dwg", in any case) in name order ignoring case; empty where the folder
+/// can't be read.
+std::vector<FoundFile> ListFiles(std::wstring_view folder, std::wstring_view extension);
+
+/// Each refuses a file that is read-only. False where nothing was done.
+bool RemoveFile(std::wstring_view path);
+/// Never replaces another file; works across file systems.
+bool MoveFile(std::wstring_view from, std::wstring_view to);
+/// Keeps the modification time; replaces.
+bool CopyFile(std::wstring_view from, std::wstring_view to);
+bool CreateFolder(std::wstring_view path);
+
+std::wstring CurrentFolder();
+std::wstring DocumentsFolder();
+std::wstring ApplicationDataFolder();
+std::wstring ComputerName();
+std::wstring UserName();
+/// Full path of the process's executable.
+std::wstring ExecutablePath();
+
+} // namespace platform
