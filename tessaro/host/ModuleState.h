@@ -67,9 +67,9 @@ extern int printScale;
 extern int printType;
 extern int useCompression;
 
-/// Three bytes in the order red, green, blue.
+/// A colour of three bytes.
 struct Rgb {
-    std::uint8_t red = 0, green = 0, blue = 0;
+    std::uint8_t red = 0, green = 0, blue = 0, reserved = 0; ///< four bytes, so that it is read and written whole
     bool operator==(const Rgb&) const = default;
 };
 /// The host's model-space background and its contrast colour; written when the dialog opens, read by the worker.
