@@ -41,6 +41,14 @@ enum AppMsgCode {
 enum AppRetCode { kRetOK = 0, kRetError = 3 };
 } // namespace AcRx
 
+/// What a module exports with C linkage, besides names of its own:
+///
+///     int acrxEntryPoint(int message, void* package);   // one of AcRx::AppMsgCode; answers one of AcRx::AppRetCode
+///     int acrxGetApiVersion();                          // ACRX_API_VERSION
+///
+/// A module of another version is refused. A loaded module stays in the process until its end.
+constexpr int ACRX_API_VERSION = 24;
+
 /// Loads application modules and passes them the host's messages. Main thread only.
 class AcRxDynamicLinker : public AcRxObject {
 public:
