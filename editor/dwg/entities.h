@@ -1,0 +1,219 @@
+#pragma once
+
+#include "editor/dwg/handle.h"
+#include "editor/dwg/point.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+/// The bodies of decoded entities: what follows the data that all entities have. Lengths in drawing units, angles in
+/// radians; points of flat entities lie in the plane of their extrusion. Defaults are those of a new entity.
+namespace dwg {
+
+constexpr Point3 zAxis{0, 0, 1};
+
+struct Line {
+    Point3 start, end;
+    double thickness = 0;
+    Point3 extrusion = zAxis;
+};
+
+struct Circle {
+    Point3 center;
+    double radius = 0;
+    double thickness = 0;
+    Point3 extrusion = zAxis;
+};
+
+struct Arc {
+    Point3 center;
+    double radius = 0;
+    double thickness = 0;
+    Point3 extrusion = zAxis;
+    double startAngle = 0, endAngle = 0;
+};
+
+struct Ellipse {
+    Point3 center;
+    /// From the center to the end of the major axis.
+    Point3 majorAxis;
+    Point3 extrusion = zAxis;
+    double axisRatio = 1;
+    double startAngle = 0, endAngle = 0;
+};
+
+struct PointEntity {
+    Point3 position;
+    double thickness = 0;
+    Point3 extrusion = zAxis;
+    double xAxisAngle = 0;
+};
+
+/// SOLID and TRACE. The third and fourth corner are crossed over: the outline is 0, 1, 3, 2.
+struct Solid {
+    double thickness = 0;
+    double elevation = 0;
+    std::array<Point2, 4> corners;
+    Point3 extrusion = zAxis;
+};
+
+struct Face3d {
+    std::array<Point3, 4> corners;
+    std::uint16_t invisibleEdges = 0;
+};
+
+/// RAY and XLINE.
+struct Ray {
+    Point3 point;
+    Point3 direction;
+};
+
+struct LightweightPolyline {
+    static constexpr std::uint16_t closed = 0x200;
+    static constexpr std::uint16_t linetypeGeneration = 0x100;
+
+    struct Width {
+        double start = 0, end = 0;
+    };
+
+    /// Only the bits above. Which of the fields below are stored follows from their values.
+    std::uint16_t flags = 0;
+    double constantWidth = 0;
+    double elevation = 0;
+    double thickness = 0;
+    Point3 extrusion = zAxis;
+    std::vector<Point2> points;
+    /// One for each point, or none at all.
+    std::vector<double> bulges;
+    std::vector<Width> widths;
+};
+
+/// What TEXT, ATTRIB and ATTDEF share.
+struct TextFields {
+    double elevation = 0;
+    Point2 insertion, alignment;
+    Point3 extrusion = zAxis;
+    double thickness = 0;
+    double oblique = 0, rotation = 0;
+    double height = 0;
+    double widthFactor = 1;
+    std::wstring value;
+    std::uint16_t generation = 0;
+    std::uint16_t horizontal = 0, vertical = 0;
+    HandleRef style{handle_code::hardPointer};
+};
+
+struct Text {
+    TextFields text;
+};
+
+struct Attribute {
+    TextFields text;
+    std::wstring tag;
+    std::uint16_t fieldLength = 0;
+    std::uint8_t flags = 0;
+};
+
+struct AttributeDefinition {
+    Attribute attribute;
+    std::wstring prompt;
+};
+
+struct MultilineText {
+    Point3 insertion;
+    Point3 extrusion = zAxis;
+    Point3 xDirection{1, 0, 0};
+    double rectangleWidth = 0;
+    double height = 0;
+    std::uint16_t attachment = 1;
+    std::uint16_t direction = 1;
+    double extentsHeight = 0, extentsWidth = 0;
+    std::wstring value;
+    std::uint16_t lineSpacingStyle = 1;
+    double lineSpacingFactor = 1;
+    bool unknown = false;
+    HandleRef style{handle_code::hardPointer};
+};
+
+/// The entities that hang on another one: the attributes of an insertion, the vertices of a polyline. `parts` is the
+/// truth; the stored ends follow from it when the drawing is written.
+struct OwnedChain {
+    HandleRef first{handle_code::softPointer}, last{handle_code::softPointer};
+    HandleRef sequenceEnd{handle_code::hardOwner};
+    std::vector<Handle> parts;
+};
+
+struct Insert {
+    Point3 position;
+    Point3 scale{1, 1, 1};
+    double rotation = 0;
+    Point3 extrusion = zAxis;
+    /// MINSERT only: a type of its own with these four stored.
+    std::uint16_t columns = 1, rows = 1;
+    double columnSpacing = 0, rowSpacing = 0;
+    HandleRef block{handle_code::hardPointer};
+    /// Stored where the insertion has attributes.
+    bool hasAttributes = false;
+    OwnedChain attributes;
+};
+
+struct Polyline2d {
+    std::uint16_t flags = 0;
+    std::uint16_t curveType = 0;
+    double startWidth = 0, endWidth = 0;
+    double thickness = 0;
+    double elevation = 0;
+    Point3 extrusion = zAxis;
+    OwnedChain vertices;
+};
+
+struct Polyline3d {
+    std::uint8_t curveFlags = 0;
+    /// Bit 0: closed.
+    std::uint8_t closeFlags = 0;
+    OwnedChain vertices;
+};
+
+struct PolyfaceMesh {
+    std::uint16_t vertexCount = 0, faceCount = 0;
+    OwnedChain vertices;
+};
+
+struct PolygonMesh {
+    std::uint16_t flags = 0;
+    std::uint16_t curveType = 0;
+    std::uint16_t rows = 0, columns = 0;
+    std::uint16_t rowDensity = 0, columnDensity = 0;
+    OwnedChain vertices;
+};
+
+struct Vertex2d {
+    std::uint8_t flags = 0;
+    Point3 position;
+    double startWidth = 0, endWidth = 0;
+    double bulge = 0;
+    double tangent = 0;
+};
+
+/// Vertices of 3D polylines, polygon meshes and polyface meshes.
+struct Vertex3d {
+    std::uint8_t flags = 0;
+    Point3 position;
+};
+
+/// Vertex numbers from 1; negative for an invisible edge, 0 for none.
+struct PolyfaceFace {
+    std::array<std::int16_t, 4> vertices{};
+};
+
+/// BLOCK: the opening frame of a block record.
+struct BlockBegin {
+    std::wstring name;
+};
+
+struct BlockEnd {};
+struct SequenceEnd {};
+
+} // namespace dwg
