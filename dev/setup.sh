@@ -26,5 +26,5 @@ build() {
     local folder=build
     [ "$preset" = release ] || folder=build/$preset
     [ -f "$folder/build.ninja" ] || cmake --preset "$preset" >/dev/null
-    cmake --build "$folder" "$@" | tail -n 40
+    cmake --build "$folder" "$@"
 }
