@@ -11,8 +11,6 @@
 #include <thread>
 #include <vector>
 
-class QLabel;
-class QPushButton;
 struct BlockDlgControls;
 
 /// What a placement button stores, to be carried out when the window is gone. The result is not looked at.
@@ -93,6 +91,7 @@ protected:
 private:
     void CreateControls();
     void ConnectControls();
+    void ConnectLists();
     void OnInitDialog();
     void DestroyWindow();
     void OnCommand(int id);
@@ -113,11 +112,11 @@ private:
     void ShowFoundDirectory(Directory* directory);
 
     void OnInsert();
+    void OnXref();
+    void OnOpen();
     void Place(PlacementAction action);
     void OnAmCatalog();
     void OnViewButton();
-    void OnQuickFindChanged();
-    void OnQuickFindReturn();
     void OnHelp();
     void OnBlockMenu(QPoint place);
     void OnDirectorySelected(int row);

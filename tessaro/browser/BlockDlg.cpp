@@ -1,0 +1,183 @@
+#include "tessaro/browser/BlockDlg.h"
+
+#include "tessaro/browser/BlockDlgControls.h"
+#include "tessaro/browser/DialogLayout.h"
+#include "tessaro/browser/MainThreadLoop.h"
+#include "tessaro/browser/QtText.h"
+#include "tessaro/catalogue/Settings.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/File.h"
+#include "tessaro/platform/Text.h"
+#include "tessaro/platform/UserInterface.h"
+#include "tessaro/reading/Loader.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QKeyEvent>
+#include <QScreen>
+
+std::atomic<bool> closeArmed{false};
+
+namespace {
+
+constexpr int kCloseCommand = 248;
+
+/// A command that was posted to the window.
+class CommandEvent : public QEvent {
+public:
+    explicit CommandEvent(int command) : QEvent(Kind()), id(command) {}
+    static QEvent::Type Kind() {
+        static const auto kind = static_cast<QEvent::Type>(QEvent::registerEventType());
+        return kind;
+    }
+    const int id;
+};
+
+} // namespace
+
+BlockDlg::BlockDlg(QWidget* owner)
+    : QDialog(owner, Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                         Qt::WindowCloseButtonHint) {
+    setObjectName(QStringLiteral("BlockDlg"));
+    InstallMainThreadLoop();
+    setFont(DialogFont());
+    CreateControls();
+}
+
+BlockDlg::~BlockDlg() {
+    if (windowExists)
+        DestroyWindow();
+}
+
+int BlockDlg::DoModal() {
+    WaitForLastClose();
+    Handle([this] { OnInitDialog(); });
+    const int result = exec();
+    Handle([this] { DestroyWindow(); });
+    return result;
+}
+
+void BlockDlg::OnInitDialog() {
+    windowExists = true;
+    closeArmed = true;
+    setWindowTitle(ToQt(versionText + L" - " + iniPath));
+    const DialogLayout layout = LayOutDialog(DialogUnits(font()), screen()->availableGeometry().width());
+    for (const auto& [name, place] : layout.places)
+        findChild<QWidget*>(QString::fromStdString(name))->setGeometry(place);
+    setFixedSize(layout.size);
+    ReadHostRelease();
+    InsertColumns();
+    controls->blockList->SetIconSpacing({142, 120});
+    SetupDlg(*this);
+    dialogOpen = Exists();
+    LoadIni();
+    closing = false;
+    placementCallback = nullptr;
+    if (Directory* const current = currentDirectory)
+        ShowDirectory(current);
+}
+
+void BlockDlg::DestroyWindow() {
+    windowExists = false;
+    hide();
+    destroy();
+    BrowserWindow* self = this;
+    theBlockDlg.compare_exchange_strong(self, nullptr);
+    for (std::thread& request : closeRequests)
+        request.join();
+    closeRequests.clear();
+    if (placementCallback != nullptr)
+        placementCallback(placementBlock);
+}
+
+void BlockDlg::OnCommand(int id) {
+    if (id == kCloseCommand)
+        QDialog::reject();
+}
+
+void BlockDlg::OnCancel() {
+    RequestClose(*this);
+}
+
+void BlockDlg::reject() {
+    OnCancel();
+}
+
+void RequestClose(BlockDlg& dlg) {
+    dlg.closeRequests.emplace_back([&dlg] {
+        if (!closeArmed.exchange(false))
+            return;
+        dlg.closing = true;
+        StopLoader();
+    });
+}
+
+void BlockDlg::PostCommand(int id) {
+    QCoreApplication::postEvent(this, new CommandEvent(id));
+}
+
+bool BlockDlg::event(QEvent* event) {
+    if (event->type() == CommandEvent::Kind()) {
+        OnCommand(static_cast<CommandEvent*>(event)->id);
+        return true;
+    }
+    return QDialog::event(event);
+}
+
+void BlockDlg::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_F1) {
+        Handle([this] { OnHelp(); });
+        return;
+    }
+    QDialog::keyPressEvent(event);
+}
+
+void BlockDlg::Handle(const std::function<void()>& handler) {
+    try {
+        handler();
+    } catch (const platform::FileException& exception) {
+        platform::MessageBox(exception.ErrorText());
+    } catch (const platform::ArchiveException& exception) {
+        platform::MessageBox(exception.ErrorText());
+    } catch (const std::exception& exception) {
+        platform::MessageBox(platform::FromNarrow(exception.what()));
+    }
+}
+
+void BlockDlg::CreateControls() {
+    controls = std::make_unique<BlockDlgControls>(MakeBlockDlgControls(*this));
+    ConnectControls();
+}
+
+void BlockDlg::ConnectControls() {
+    const auto click = [this](QAbstractButton* button, void (BlockDlg::*handler)()) {
+        connect(button, &QAbstractButton::clicked, this, [this, handler] { Handle([&] { (this->*handler)(); }); });
+    };
+    click(controls->close, &BlockDlg::OnCancel);
+    click(controls->insert, &BlockDlg::OnInsert);
+    click(controls->open, &BlockDlg::OnOpen);
+    click(controls->xref, &BlockDlg::OnXref);
+    click(controls->amCatalog, &BlockDlg::OnAmCatalog);
+    click(controls->viewButton, &BlockDlg::OnViewButton);
+    click(controls->help, &BlockDlg::OnHelp);
+    click(controls->add, &BlockDlg::OnAdd);
+    click(controls->remove, &BlockDlg::OnDelete);
+    connect(controls->moveUp, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(true); }); });
+    connect(controls->moveDown, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(false); }); });
+    for (QPushButton* button : {controls->preferences, controls->schemes, controls->print, controls->editDescription})
+        button->setEnabled(HasBehaviour(button));
+
+    controls->quickFind->onChange = [this] { Handle([this] { QuickFind(true); }); };
+    controls->quickFind->onReturn = [this] { Handle([this] { QuickFindNext(); }); };
+    controls->viewButton->hasDirectory = [] { return currentDirectory != nullptr; };
+    ConnectLists();
+}
+
+bool BlockDlg::HasBehaviour(const QWidget* control) const {
+    return control != controls->preferences && control != controls->schemes && control != controls->print &&
+           control != controls->editDescription;
+}
+
+void BlockDlg::Enable(QWidget* control, bool enabled) {
+    control->setEnabled(enabled && HasBehaviour(control));
+}

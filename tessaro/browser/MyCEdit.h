@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QLineEdit>
+
+#include <functional>
+
+/// Guards against a search running inside itself.
+extern bool quickFindBusy;
+extern bool quickFindNextBusy;
+
+/// The Quick Find box. It keeps Return for itself, so that Enter looks for the next match and never presses the default
+/// button; Tab and Escape act on the dialog.
+class MyCEdit : public QLineEdit {
+public:
+    explicit MyCEdit(QWidget* parent);
+
+    std::function<void()> onChange; ///< each change of the text, under the wait cursor
+    std::function<void()> onReturn; ///< likewise
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void Run(bool& busy, const std::function<void()>& action);
+};
