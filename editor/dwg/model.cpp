@@ -114,6 +114,16 @@ void Drawing::setOwner(Object& entity, Handle owner) const {
     entity.changed();
 }
 
+std::string objectPlace(Handle handle) {
+    constexpr char digits[] = "0123456789ABCDEF";
+    std::string text;
+    do {
+        text.insert(text.begin(), digits[handle & 0xF]);
+        handle >>= 4;
+    } while (handle != 0);
+    return "object " + text;
+}
+
 std::string typeName(const Drawing& drawing, const Object& object) {
     if (const std::optional<std::string_view> name = fixedTypeName(object.type))
         return std::string(*name);

@@ -179,6 +179,9 @@ private:
 /// that number.
 std::string typeName(const Drawing& drawing, const Object& object);
 
+/// "object 1F", as findings name their place.
+std::string objectPlace(Handle handle);
+
 /// The chain of an insertion or polyline; null for any other object.
 OwnedChain* ownedChain(Object& object);
 const OwnedChain* ownedChain(const Object& object);
@@ -188,8 +191,9 @@ const OwnedChain* ownedChain(const Object& object);
 /// writing.
 void linkEntities(Drawing& drawing);
 
-/// Replaces every reference that the object holds (owner, reactors, layer, those of its body and of extended data, not
-/// its own handle) by what `map` gives for it; 0 makes it null. Marks the object as changed.
+/// Replaces every reference that the object holds (owner, reactors, layer, those of its body and applications of
+/// extended data; not its own handle, no handles among the values of extended data and of records) by what `map` gives
+/// for it; 0 makes it null. Lists of entities and parts likewise, without the null ones. Marks the object as changed.
 void mapReferences(Object& object, const std::function<Handle(Handle)>& map);
 
 } // namespace dwg

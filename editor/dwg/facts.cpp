@@ -1,0 +1,97 @@
+#include "editor/dwg/facts.h"
+
+#include <algorithm>
+
+namespace dwg {
+
+namespace {
+
+bool equalIgnoringCase(const std::wstring& left, std::wstring_view lowerRight) {
+    return std::ranges::equal(left, lowerRight,
+                              [](wchar_t a, wchar_t b) { return (a >= L'A' && a <= L'Z' ? a - L'A' + L'a' : a) == b; });
+}
+
+} // namespace
+
+const RecordHead* recordHead(const Object& object) {
+    return std::visit(
+        [](const auto& body) -> const RecordHead* {
+            if constexpr (requires { body.head; })
+                return &body.head;
+            else
+                return nullptr;
+        },
+        object.body);
+}
+
+RecordHead* recordHead(Object& object) {
+    return const_cast<RecordHead*>(recordHead(std::as_const(object)));
+}
+
+std::wstring recordName(const Drawing& drawing, HandleRef record) {
+    const Object* const object = drawing.find(record);
+    const RecordHead* const head = object == nullptr ? nullptr : recordHead(*object);
+    return head == nullptr ? std::wstring() : head->name;
+}
+
+std::optional<ViewFacts> activeView(const Drawing& drawing) {
+    const Object* const table = drawing.firstOfType(object_type::viewportControl);
+    const auto* const control = table == nullptr ? nullptr : table->as<TableControl>();
+    if (control == nullptr)
+        return std::nullopt;
+    for (const HandleRef record : control->records) {
+        const auto* const viewport = drawing.body<ViewportRecord>(record);
+        if (viewport == nullptr || !equalIgnoringCase(viewport->head.name, L"*active"))
+            continue;
+        return ViewFacts{
+            viewport->center, viewport->height,    viewport->height == 0 ? 0 : viewport->width / viewport->height,
+            viewport->width,  viewport->direction, viewport->target,
+            viewport->twist};
+    }
+    return std::nullopt;
+}
+
+std::vector<LayerFacts> layerFacts(const Drawing& drawing) {
+    std::vector<LayerFacts> layers;
+    for (const auto& object : drawing.objects()) {
+        if (const auto* const layer = object->as<Layer>())
+            layers.push_back({layer->head.name, layer->color, recordName(drawing, layer->linetype)});
+    }
+    std::ranges::sort(layers, {}, &LayerFacts::name);
+    return layers;
+}
+
+std::vector<std::wstring> linetypeNames(const Drawing& drawing) {
+    std::vector<std::wstring> names;
+    for (const auto& object : drawing.objects()) {
+        if (const auto* const linetype = object->as<Linetype>())
+            names.push_back(linetype->head.name);
+    }
+    std::ranges::sort(names);
+    return names;
+}
+
+std::vector<BlockFacts> blockFacts(const Drawing& drawing) {
+    std::vector<BlockFacts> blocks;
+    for (const auto& object : drawing.objects()) {
+        const auto* const header = object->as<BlockHeader>();
+        if (header == nullptr)
+            continue;
+        auto block = std::ranges::find(blocks, header->head.name, &BlockFacts::name);
+        if (block == blocks.end()) {
+            blocks.push_back({header->head.name, 0, {}, {}});
+            block = blocks.end() - 1;
+        }
+        for (const Handle handle : header->entities) {
+            const Object* const entity = drawing.find(handle);
+            if (entity == nullptr || !entity->isEntity())
+                continue;
+            ++block->entities;
+            ++block->types[typeName(drawing, *entity)];
+            ++block->layers[recordName(drawing, entity->entity->layer)];
+        }
+    }
+    return blocks;
+}
+
+} // namespace dwg

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "editor/dwg/handle.h"
+#include "editor/dwg/result.h"
+#include "editor/dwg/source.h"
+
+/// Where objects lie: the section of handles.
+namespace dwg {
+
+struct ObjectPlaceInFile {
+    Handle handle = 0;
+    /// Of the object's length: in the file (up to 2000), in the section of objects (from 2004 on).
+    std::uint64_t offset = 0;
+};
+
+/// Reads the pages of the map up to the empty one. Damage ends the reading and becomes a finding; what was read
+/// before stays.
+std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings);
+
+} // namespace dwg

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "editor/dwg/code_page.h"
+#include "editor/dwg/model.h"
+
+#include <span>
+
+/// Objects to and from their records. A record is what an object map entry leads to, without the length ahead of it
+/// and the check behind it.
+namespace dwg {
+
+/// What a record doesn't say itself.
+struct ObjectContext {
+    Release release = Release::r2000;
+    CodePage codePage;
+    const std::vector<ObjectClass>* classes = nullptr;
+
+    explicit ObjectContext(const Drawing& drawing)
+        : release(drawing.release), codePage(drawing.codePage), classes(&drawing.classes) {}
+};
+
+/// Decodes a record: data that all objects have, then the body, or Carried for a type that isn't decoded here. Raw
+/// references are resolved; owners and chains as stored. `damaged` with the offset in bytes for a record that
+/// contradicts itself. The result keeps a copy of the record.
+///
+/// A body that isn't understood (its fields don't end where the record says) is carried instead, so that nothing gets
+/// lost; `finding` says so.
+Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectContext& context,
+                            std::optional<Finding>* finding = nullptr);
+
+/// Encodes an object from its fields, whatever its kept record. `unsupported` for a release whose objects aren't
+/// written here.
+Result<std::vector<std::uint8_t>> encodeObject(const Object& object, const ObjectContext& context);
+
+/// The bytes to store: the kept record, or the object encoded when there is none.
+Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const ObjectContext& context);
+
+} // namespace dwg

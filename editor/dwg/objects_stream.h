@@ -1,0 +1,237 @@
+#pragma once
+
+#include "editor/dwg/code_page.h"
+#include "editor/dwg/model.h"
+
+#include <functional>
+
+/// The three ways to walk the fields of an object: reading, writing, and visiting its references. One function template
+/// `transfer(Stream&, Body&)` for each body serves all three; what is stored only under a condition is told apart by
+/// `Stream::reading` and `Stream::writing`.
+///
+/// References go to a stream of their own, which lies behind the data, so the order between data and references
+/// doesn't matter, only that within each.
+namespace dwg {
+
+class ObjectReader {
+public:
+    static constexpr bool reading = true;
+    static constexpr bool writing = false;
+
+    /// The record's data from its first bit to `handlesAt`, and references from there on.
+    ObjectReader(std::span<const std::uint8_t> record, std::size_t handlesAt, Handle handle, const CodePage& page)
+        : data(record, 0, handlesAt), handles(record, handlesAt, record.size() * 8), own(handle), codePage(page) {}
+
+    bool failed() const { return data.failed() || handles.failed(); }
+
+    void b(bool& value) { value = data.b(); }
+    template <class T> void bb(T& value) { value = static_cast<T>(data.bb()); }
+    void bs(std::uint16_t& value) { value = data.bs(); }
+    void bs(std::int16_t& value) { value = static_cast<std::int16_t>(data.bs()); }
+    void bl(std::uint32_t& value) { value = data.bl(); }
+    void rc(std::uint8_t& value) { value = data.rc(); }
+    void rd(double& value) { value = data.rd(); }
+    void bd(double& value) { value = data.bd(); }
+    void rd2(Point2& value) { value = data.rd2(); }
+    void rd3(Point3& value) { value = data.rd3(); }
+    void bd2(Point2& value) { value = data.bd2(); }
+    void bd3(Point3& value) { value = data.bd3(); }
+    void dd(double& value, double byDefault) { value = data.dd(byDefault); }
+    void dd2(Point2& value, Point2 byDefault) { value = data.dd2(byDefault); }
+    void dd3(Point3& value, Point3 byDefault) { value = data.dd3(byDefault); }
+    void bt(double& value) { value = data.bt(); }
+    void be(Point3& value) { value = data.be(); }
+    void t(std::wstring& value) { value = codePage.decode(data.t()); }
+    void cmc(Color& value) { value = Color{static_cast<std::int16_t>(data.bs())}; }
+    void h(HandleRef& value) { value = resolved(handles.h(), own); }
+    template <std::size_t N> void raw(std::array<std::uint8_t, N>& value) {
+        for (std::uint8_t& byte : value)
+            byte = data.rc();
+    }
+    void raw(std::vector<std::uint8_t>& value, std::size_t count) { value = data.bytes(count); }
+
+    /// The number of elements that follow, each of at least `leastBits` in the data stream.
+    template <class Vector> void sizeBl(Vector& vector, std::size_t leastBits) { resize(vector, data.bl(), leastBits); }
+    template <class Vector> void sizeBs(Vector& vector, std::size_t leastBits) { resize(vector, data.bs(), leastBits); }
+    template <class Vector> void sizeRc(Vector& vector, std::size_t leastBits) { resize(vector, data.rc(), leastBits); }
+    /// The number of references that follow in the other stream.
+    void sizeOfReferences(std::vector<HandleRef>& references) {
+        const std::size_t count = data.bl();
+        if (count > handles.remaining() / 8)
+            handles.fail();
+        else
+            references.resize(count);
+    }
+    /// As many references as there are. Fewer than eight bits left are filling.
+    void referencesToEnd(std::vector<HandleRef>& references) {
+        while (handles.remaining() >= 8) {
+            HandleRef reference;
+            h(reference);
+            if (!handles.failed())
+                references.push_back(reference);
+        }
+    }
+    void restOfData(Bits& bits) { bits = data.bits(data.remaining()); }
+
+    BitReader data, handles;
+    Handle own;
+    const CodePage& codePage;
+
+private:
+    template <class Vector> void resize(Vector& vector, std::size_t count, std::size_t leastBits) {
+        if (count > data.remaining() / leastBits)
+            data.fail();
+        else
+            vector.resize(count);
+    }
+};
+
+class ObjectWriter {
+public:
+    static constexpr bool reading = false;
+    static constexpr bool writing = true;
+
+    ObjectWriter(Handle handle, const CodePage& page) : own(handle), codePage(page) {}
+
+    void b(bool value) { data.b(value); }
+    template <class T> void bb(T value) { data.bb(static_cast<std::uint8_t>(value)); }
+    void bs(std::uint16_t value) { data.bs(value); }
+    void bs(std::int16_t value) { data.bs(static_cast<std::uint16_t>(value)); }
+    void bl(std::uint32_t value) { data.bl(value); }
+    void rc(std::uint8_t value) { data.rc(value); }
+    void rd(double value) { data.rd(value); }
+    void bd(double value) { data.bd(value); }
+    void rd2(Point2 value) { data.rd2(value); }
+    void rd3(Point3 value) { data.rd3(value); }
+    void bd2(Point2 value) { data.bd2(value); }
+    void bd3(Point3 value) { data.bd3(value); }
+    void dd(double value, double byDefault) { data.dd(value, byDefault); }
+    void dd2(Point2 value, Point2 byDefault) { data.dd2(value, byDefault); }
+    void dd3(Point3 value, Point3 byDefault) { data.dd3(value, byDefault); }
+    void bt(double value) { data.bt(value); }
+    void be(Point3 value) { data.be(value); }
+    void t(const std::wstring& value) { data.t(codePage.encode(value)); }
+    void cmc(Color value) { data.bs(static_cast<std::uint16_t>(value.index)); }
+    void h(HandleRef value) { handles.h(stored(value, own)); }
+    template <std::size_t N> void raw(const std::array<std::uint8_t, N>& value) { data.append(value); }
+    void raw(const std::vector<std::uint8_t>& value, std::size_t) { data.append(value); }
+
+    template <class Vector> void sizeBl(const Vector& vector, std::size_t) {
+        data.bl(static_cast<std::uint32_t>(vector.size()));
+    }
+    template <class Vector> void sizeBs(const Vector& vector, std::size_t) {
+        data.bs(static_cast<std::uint16_t>(vector.size()));
+    }
+    template <class Vector> void sizeRc(const Vector& vector, std::size_t) {
+        data.rc(static_cast<std::uint8_t>(vector.size()));
+    }
+    void sizeOfReferences(const std::vector<HandleRef>& references) {
+        data.bl(static_cast<std::uint32_t>(references.size()));
+    }
+    void referencesToEnd(const std::vector<HandleRef>& references) {
+        for (const HandleRef reference : references)
+            h(reference);
+    }
+    void restOfData(const Bits& bits) { data.append(bits); }
+
+    BitWriter data, handles;
+    Handle own;
+    const CodePage& codePage;
+};
+
+/// Visits the references of a body and nothing else.
+class ReferenceVisitor {
+public:
+    static constexpr bool reading = false;
+    static constexpr bool writing = false;
+
+    explicit ReferenceVisitor(const std::function<void(HandleRef&)>& visitor) : visit(visitor) {}
+
+    template <class T> void b(T&&) {}
+    template <class T> void bb(T&&) {}
+    template <class T> void bs(T&&) {}
+    template <class T> void bl(T&&) {}
+    template <class T> void rc(T&&) {}
+    template <class T> void rd(T&&) {}
+    template <class T> void bd(T&&) {}
+    template <class T> void rd2(T&&) {}
+    template <class T> void rd3(T&&) {}
+    template <class T> void bd2(T&&) {}
+    template <class T> void bd3(T&&) {}
+    template <class T> void dd(T&&, double) {}
+    template <class T> void dd2(T&&, Point2) {}
+    template <class T> void dd3(T&&, Point3) {}
+    template <class T> void bt(T&&) {}
+    template <class T> void be(T&&) {}
+    template <class T> void t(T&&) {}
+    template <class T> void cmc(T&&) {}
+    template <class T> void raw(T&&) {}
+    template <class T> void raw(T&&, std::size_t) {}
+    template <class T> void sizeBl(T&&, std::size_t) {}
+    template <class T> void sizeBs(T&&, std::size_t) {}
+    template <class T> void sizeRc(T&&, std::size_t) {}
+    template <class T> void sizeOfReferences(T&&) {}
+    template <class T> void restOfData(T&&) {}
+    void h(HandleRef& value) { visit(value); }
+    void referencesToEnd(std::vector<HandleRef>& references) {
+        for (HandleRef& reference : references)
+            visit(reference);
+    }
+
+private:
+    const std::function<void(HandleRef&)>& visit;
+};
+
+/// The fields of a body after the data that all objects have. Defined, with the three streams, in the file of the
+/// body's subject. `type` is the object's type number: some bodies serve several types.
+#define DWG_DECODED_BODIES(X)                                                                                          \
+    X(Line)                                                                                                            \
+    X(Circle)                                                                                                          \
+    X(Arc)                                                                                                             \
+    X(Ellipse)                                                                                                         \
+    X(PointEntity)                                                                                                     \
+    X(Solid)                                                                                                           \
+    X(Face3d)                                                                                                          \
+    X(Ray)                                                                                                             \
+    X(LightweightPolyline)                                                                                             \
+    X(Text)                                                                                                            \
+    X(Attribute)                                                                                                       \
+    X(AttributeDefinition)                                                                                             \
+    X(MultilineText)                                                                                                   \
+    X(Insert)                                                                                                          \
+    X(Polyline2d)                                                                                                      \
+    X(Polyline3d)                                                                                                      \
+    X(PolyfaceMesh)                                                                                                    \
+    X(PolygonMesh)                                                                                                     \
+    X(Vertex2d)                                                                                                        \
+    X(Vertex3d)                                                                                                        \
+    X(PolyfaceFace)                                                                                                    \
+    X(BlockBegin)                                                                                                      \
+    X(BlockEnd)                                                                                                        \
+    X(SequenceEnd)                                                                                                     \
+    X(TableControl)                                                                                                    \
+    X(BlockControl)                                                                                                    \
+    X(BlockHeader)                                                                                                     \
+    X(Layer)                                                                                                           \
+    X(Linetype)                                                                                                        \
+    X(TextStyle)                                                                                                       \
+    X(ViewportRecord)                                                                                                  \
+    X(ApplicationRecord)                                                                                               \
+    X(OtherRecord)                                                                                                     \
+    X(Dictionary)                                                                                                      \
+    X(DataRecord)                                                                                                      \
+    X(Placeholder)                                                                                                     \
+    X(Layout)                                                                                                          \
+    X(Carried)
+
+#define DWG_DECLARE_TRANSFER(T) template <class Stream> void transfer(Stream& stream, T& body, std::uint16_t type);
+DWG_DECODED_BODIES(DWG_DECLARE_TRANSFER)
+#undef DWG_DECLARE_TRANSFER
+
+/// Makes the transfer of one body for the three streams.
+#define DWG_INSTANTIATE_TRANSFER(T)                                                                                    \
+    template void transfer(ObjectReader&, T&, std::uint16_t);                                                          \
+    template void transfer(ObjectWriter&, T&, std::uint16_t);                                                          \
+    template void transfer(ReferenceVisitor&, T&, std::uint16_t)
+
+} // namespace dwg

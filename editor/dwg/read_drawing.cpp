@@ -1,0 +1,119 @@
+#include "editor/dwg/read_drawing.h"
+
+#include "editor/dwg/classes.h"
+#include "editor/dwg/crc.h"
+#include "editor/dwg/object_map.h"
+#include "editor/dwg/objects_codec.h"
+
+namespace dwg {
+
+namespace {
+
+constexpr std::size_t checkBytes = 2;
+
+/// The handle that the record itself tells, 0 where it has none.
+Handle ownHandle(ByteView record) {
+    BitReader bits(record);
+    bits.bs();
+    bits.rl();
+    return bits.h().value;
+}
+
+class ObjectLoader {
+public:
+    ObjectLoader(ByteView file, Drawing& target) : bytes(file), drawing(target), context(target), left(file.size()) {}
+
+    /// False when reading on makes no sense.
+    bool load(const ObjectPlaceInFile& place) {
+        if (place.handle == 0 || drawing.find(place.handle) != nullptr)
+            return skip(place, "is in the object map twice, or has no handle");
+        if (place.offset >= bytes.size())
+            return skip(place, "lies outside the file");
+        const ByteView rest = bytes.subspan(place.offset);
+        BitReader head(rest);
+        const std::size_t size = head.ms();
+        const std::size_t sizeBytes = head.position() / 8;
+        if (head.failed() || size == 0 || size > rest.size() - sizeBytes)
+            return skip(place, "is longer than the file");
+        const ByteView record = rest.subspan(sizeBytes, size);
+        if (ownHandle(record) != place.handle)
+            return skip(place, "bears another handle than in the object map");
+        if (size > left) {
+            skip(place, "overlaps others: together they are longer than the file");
+            return false;
+        }
+        left -= size;
+        check(place, rest.first(sizeBytes + size), rest.subspan(sizeBytes + size));
+        decode(place, record);
+        return true;
+    }
+
+private:
+    bool skip(const ObjectPlaceInFile& place, const char* reason) {
+        drawing.findings.push_back({objectPlace(place.handle), std::string(reason) + "; left out", place.offset});
+        return true;
+    }
+
+    void check(const ObjectPlaceInFile& place, ByteView checked, ByteView behind) {
+        if (behind.size() < checkBytes || (behind[0] | behind[1] << 8) != crc16(checked))
+            drawing.findings.push_back({objectPlace(place.handle), "its check doesn't fit", place.offset});
+    }
+
+    void decode(const ObjectPlaceInFile& place, ByteView record) {
+        std::optional<Finding> finding;
+        Result<Object> object = decodeObject(record, context, &finding);
+        if (!object) {
+            drawing.findings.push_back({objectPlace(place.handle), object.error().reason + "; left out",
+                                        place.offset + object.error().offset});
+            return;
+        }
+        if (finding) {
+            finding->offset += place.offset;
+            drawing.findings.push_back(std::move(*finding));
+        }
+        drawing.add(std::move(*object));
+    }
+
+    ByteView bytes;
+    Drawing& drawing;
+    ObjectContext context;
+    /// Records don't overlap, so this many bytes at most can still belong to one.
+    std::size_t left;
+};
+
+} // namespace
+
+Result<Drawing> readDrawing(const DrawingFile& file) {
+    if (file.release() != Release::r2000)
+        return Error{ErrorKind::unsupported, "release not read at object level yet", 0};
+    Drawing drawing;
+    drawing.release = file.release();
+    drawing.codePage = file.codePage();
+    drawing.findings = file.findings();
+
+    if (const Result<Bytes> section = file.section(section::classes, &drawing.findings)) {
+        Result<std::vector<ObjectClass>> classes = readClasses(*section, CodePage(drawing.codePage), drawing.findings);
+        if (classes)
+            drawing.classes = std::move(*classes);
+        else
+            drawing.findings.push_back({std::string(section::classes), classes.error().reason, classes.error().offset});
+    } else {
+        drawing.findings.push_back({std::string(section::classes), section.error().reason, section.error().offset});
+    }
+
+    const Result<Bytes> map = file.section(section::handles, &drawing.findings);
+    if (!map)
+        return map.error();
+    const Result<Bytes> objects = file.section(section::objects, &drawing.findings);
+    if (!objects)
+        return objects.error();
+    ObjectLoader loader(*objects, drawing);
+    for (const ObjectPlaceInFile& place : readObjectMap(*map, drawing.findings)) {
+        if (!loader.load(place))
+            break;
+    }
+    resolveLinks(drawing);
+    return drawing;
+}
+
+} // namespace dwg
