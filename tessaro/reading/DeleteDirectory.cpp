@@ -1,0 +1,86 @@
+#include "tessaro/catalogue/Directory.h"
+#include "tessaro/host/BrowserWindow.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/MainThread.h"
+#include "tessaro/platform/Paths.h"
+#include "tessaro/reading/DirectoryUsers.h"
+#include "tessaro/reading/Loader.h"
+#include "tessaro/reading/LoaderThreads.h"
+
+#include <algorithm>
+#include <mutex>
+#include <thread>
+
+namespace {
+
+/// Takes the Directory out of the queue, of both lists of the window and of the catalogue; false where it has left the
+/// catalogue by another way.
+bool TakeOut(Directory* directory, int row) {
+    const auto place = std::find(directories.begin(), directories.end(), directory);
+    if (place == directories.end())
+        return false;
+    const std::lock_guard queue(loader.cs);
+    loader.loadQueue.remove(directory);
+    if (BrowserWindow* const window = theBlockDlg) {
+        // The user may have moved rows since; the item data tells the row.
+        for (int other = 0; other < window->DirectoryRowCount(); ++other)
+            if (window->DirectoryAt(other) == directory)
+                row = other;
+        if (window->DirectoryAt(row) == directory)
+            window->DeleteDirectoryRow(row);
+        EmptyBlockRows(*window);
+        for (int next = row; next < window->DirectoryRowCount(); ++next)
+            if (Directory* const follower = window->DirectoryAt(next))
+                follower->listIndex = next;
+    }
+    if (currentDirectory == directory)
+        currentDirectory = nullptr;
+    directories.erase(place);
+    return true;
+}
+
+struct DeleteScope {
+    DeleteScope() = default;
+    ~DeleteScope() {
+        --loaderThreads.deletes;
+        platform::WakeMainThread();
+    }
+    DeleteScope(const DeleteScope&) = delete;
+    DeleteScope& operator=(const DeleteScope&) = delete;
+};
+
+} // namespace
+
+void StartDeleteDirectory(int row, LoaderWaits waits) {
+    ++loaderThreads.deletes;
+    StartThread(L"DeleteDirectory", [row, waits] {
+        const DeleteScope scope;
+        DeleteDirectory(row, waits);
+    });
+}
+
+void DeleteDirectory(int row, LoaderWaits waits) {
+    Directory* directory = nullptr;
+    platform::CallOnMainThread([&] {
+        if (BrowserWindow* const window = theBlockDlg)
+            directory = window->DirectoryAt(row);
+    });
+    if (directory == nullptr)
+        return;
+    // With no worker nobody lowers `pause` any more, and nobody reads.
+    while (loader.pause != 0 && loaderThreads.workerRuns)
+        std::this_thread::sleep_for(waits.deletePoll);
+
+    bool taken = false;
+    std::wstring cacheFile;
+    platform::CallOnMainThread([&] {
+        taken = TakeOut(directory, row);
+        if (taken)
+            cacheFile = directory->cacheFile;
+    });
+    if (!taken)
+        return;
+    if (!cacheFile.empty())
+        platform::RemoveFile(cacheFile);
+    platform::CallOnMainThread([&] { RetireDirectory(directory); });
+}

@@ -1,0 +1,121 @@
+#include "tessaro/reading/DirectoryUsers.h"
+
+#include "tessaro/catalogue/Directory.h"
+#include "tessaro/host/BrowserWindow.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/MainThread.h"
+
+#include <algorithm>
+#include <mutex>
+#include <vector>
+
+namespace {
+
+struct Users {
+    std::mutex lock;
+    const Directory* reading = nullptr; ///< by the worker; guarded by `lock`
+    std::vector<Directory*> retired;    ///< owned; guarded by `lock`
+
+    // Main thread.
+    const Directory* rows = nullptr;       ///< whose Blocks the block list holds
+    const ImageList* largeShown = nullptr; ///< what the block list draws from
+    const ImageList* smallShown = nullptr;
+};
+
+// Never destroyed: the worker may still be there at the end of the process.
+Users& users = *new Users;
+
+void FreeUnused() {
+    std::vector<Directory*> unused;
+    {
+        const std::lock_guard guard(users.lock);
+        const auto used = std::partition(users.retired.begin(), users.retired.end(), [](const Directory* directory) {
+            return directory == users.reading || directory == users.rows;
+        });
+        unused.assign(used, users.retired.end());
+        users.retired.erase(used, users.retired.end());
+    }
+    for (Directory* directory : unused) {
+        ReleaseImages(*directory);
+        delete directory;
+    }
+}
+
+bool ShowsImagesOf(const Directory& directory) {
+    return users.smallShown != nullptr &&
+           (users.smallShown == directory.smallImages.get() || users.largeShown == directory.largeImages.get());
+}
+
+} // namespace
+
+void BeginReading(Directory* directory) {
+    const std::lock_guard guard(users.lock);
+    users.reading = directory;
+}
+
+void EndReading() {
+    {
+        const std::lock_guard guard(users.lock);
+        users.reading = nullptr;
+        if (users.retired.empty())
+            return;
+    }
+    platform::CallOnMainThread(FreeUnused);
+}
+
+void EmptyBlockRows(BrowserWindow& window) {
+    window.EmptyBlockList();
+    users.rows = nullptr;
+    FreeUnused();
+}
+
+void TakeBlockRows(const Directory& directory) {
+    users.rows = &directory;
+}
+
+void ReleaseBlockRows(const Directory& directory) {
+    if (users.rows != &directory)
+        return;
+    if (BrowserWindow* window = theBlockDlg)
+        window->EmptyBlockList();
+    users.rows = nullptr;
+}
+
+void AttachImages(BrowserWindow& window, const Directory* directory) {
+    users.largeShown = directory != nullptr ? directory->largeImages.get() : nullptr;
+    users.smallShown = directory != nullptr ? directory->smallImages.get() : nullptr;
+    window.SetBlockImages(users.largeShown, users.smallShown);
+}
+
+void ReleaseImages(const Directory& directory) {
+    if (!ShowsImagesOf(directory))
+        return;
+    users.largeShown = users.smallShown = nullptr;
+    if (BrowserWindow* window = theBlockDlg)
+        window->SetBlockImages(nullptr, nullptr);
+}
+
+AttachedImagesScope::AttachedImagesScope(const Directory& written)
+    : directory(written), attached(ShowsImagesOf(written)) {}
+
+AttachedImagesScope::~AttachedImagesScope() {
+    if (!attached ||
+        (users.largeShown == directory.largeImages.get() && users.smallShown == directory.smallImages.get()))
+        return;
+    if (BrowserWindow* window = theBlockDlg)
+        AttachImages(*window, &directory);
+}
+
+void RetireDirectory(Directory* directory) {
+    {
+        const std::lock_guard queue(loader.cs);
+        loader.loadQueue.remove(directory);
+        const std::lock_guard guard(users.lock);
+        users.retired.push_back(directory);
+        if (users.reading == directory && loader.pause < 1) {
+            ++loader.pause;
+            loader.kickevent.SetEvent();
+        }
+    }
+    FreeUnused();
+}

@@ -1,0 +1,33 @@
+#include "tessaro/reading/ExamineBlock.h"
+
+#include "tessaro/catalogue/Directory.h"
+#include "tessaro/platform/MainThread.h"
+#include "tessaro/reading/DirectoryUsers.h"
+#include "tessaro/reading/Examination.h"
+
+namespace {
+
+void Apply(Directory& directory, Block& block, const Examination& found) {
+    const AttachedImagesScope attached(directory);
+    ApplyExamination(directory, block, found);
+}
+
+} // namespace
+
+void ExamineBlock(Directory& directory, Block& block) {
+    ExaminationTask task;
+    platform::CallOnMainThread([&] { task = TaskFor(directory, block); });
+    Examination found;
+    try {
+        Examine(task, found);
+    } catch (...) {
+        platform::CallOnMainThread([&] { Apply(directory, block, found); });
+        throw;
+    }
+    platform::CallOnMainThread([&] {
+        Apply(directory, block, found);
+        directory.dirty = true;
+        block.checked = block.cached = true;
+        block.cachedStatus = block.status;
+    });
+}

@@ -1,0 +1,74 @@
+#include "tessaro/catalogue/Settings.h"
+#include "tessaro/host/BrowserWindow.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/MainThread.h"
+#include "tessaro/reading/DirectoryUsers.h"
+#include "tessaro/reading/Loader.h"
+#include "tessaro/reading/LoaderThreads.h"
+
+#include <exception>
+#include <mutex>
+
+namespace {
+
+constexpr int kCloseCommand = 248;
+constexpr int kReportView = 3;
+
+void StoreAndClear() {
+    BrowserWindow* const window = theBlockDlg;
+    if (window != nullptr)
+        window->StoreDlgState();
+    dialogOpen = false;
+    if (window == nullptr)
+        return;
+    EmptyBlockRows(*window);
+    AttachImages(*window, nullptr);
+    window->SetView(kReportView); // column widths can be read in report view only
+    columnWidths = window->BlockColumnWidths();
+    dirColumnWidths = window->DirectoryColumnWidths();
+}
+
+void SaveSettings() {
+    try {
+        SaveIni(false);
+    } catch (const std::exception& exception) {
+        LogException(L"FinishClose", exception.what());
+    }
+}
+
+} // namespace
+
+void FinishClose() {
+    platform::CallOnMainThread(StoreAndClear);
+    SaveSettings();
+    platform::CallOnMainThread([] {
+        // In one call, so that the window is not destroyed while the pointer still names it.
+        if (BrowserWindow* const window = theBlockDlg.exchange(nullptr))
+            window->PostCommand(kCloseCommand);
+    });
+}
+
+void StopLoader() {
+    {
+        const std::lock_guard queue(loader.cs);
+        loader.quit = true;
+        ++loader.pause;
+        loader.kickevent.SetEvent();
+        loaderThreads.closing = loaderThreads.open.load();
+    }
+    StartThread(L"FinishClose", [] {
+        loader.quitdone.Wait();
+        FinishClose();
+        {
+            const std::lock_guard queue(loader.cs);
+            loader.quit = false;
+            loaderThreads.open = false;
+            loaderThreads.closing = false;
+        }
+        platform::WakeMainThread();
+    });
+}
+
+void WaitForLastClose() {
+    platform::ServeMainThreadUntil([] { return !loaderThreads.closing && loaderThreads.deletes == 0; });
+}
