@@ -1,0 +1,84 @@
+#include "editor/dwg/guarded_section.h"
+
+#include "editor/dwg/byte_cursor.h"
+#include "editor/dwg/crc.h"
+
+#include <algorithm>
+
+namespace dwg {
+
+namespace {
+
+constexpr std::size_t guardLength = 16;
+constexpr std::size_t checkLength = 2;
+
+// The string stream ends at `end`: its last bit tells whether there is one, ahead of it stands its length in bits.
+BitReader textBefore(ByteView bytes, std::size_t end) {
+    BitReader flag(bytes, 0, bytes.size() * 8);
+    if (end < 17)
+        return {};
+    flag.seek(end - 1);
+    if (!flag.b())
+        return {};
+    std::size_t lengthAt = end - 17;
+    flag.seek(lengthAt);
+    std::size_t length = flag.rs();
+    if ((length & 0x8000) != 0 && lengthAt >= 16) {
+        lengthAt -= 16;
+        flag.seek(lengthAt);
+        length = (length & 0x7FFF) | std::size_t{flag.rs()} << 15;
+    }
+    if (flag.failed() || length > lengthAt)
+        return {};
+    return BitReader(bytes, lengthAt - length, lengthAt);
+}
+
+} // namespace
+
+Result<GuardedSection> openGuardedSection(Bytes bytes, Release release, std::uint8_t maintenance, const char* name,
+                                          Findings* findings) {
+    GuardedSection section;
+    section.bytes = std::move(bytes);
+    const ByteView view = section.bytes;
+    ByteCursor cursor(view);
+    const ByteView begin = cursor.take(guardLength);
+    const std::uint32_t size = cursor.u32();
+    // The length has a second half since sections may exceed 4 GiB; it is read to step over it.
+    const bool wideLength = release >= Release::r2018 || (release >= Release::r2010 && maintenance > 3);
+    if (wideLength)
+        cursor.skip(4);
+    const std::size_t contentAt = cursor.position();
+    if (cursor.failed())
+        return Error{ErrorKind::truncated, std::string(name) + " is shorter than its length field", view.size()};
+    if (size > cursor.remaining())
+        return Error{ErrorKind::damaged, std::string(name) + " declares more bytes than it has", guardLength};
+
+    const std::size_t contentEnd = contentAt + size;
+    if (findings != nullptr) {
+        ByteCursor tail(view, contentEnd);
+        const std::uint16_t stored = tail.u16();
+        const ByteView end = tail.take(guardLength);
+        const bool guarded = !tail.failed() && std::equal(begin.begin(), begin.end(), end.begin(),
+                                                          [](unsigned a, unsigned b) { return (a ^ b) == 0xFF; });
+        if (!guarded)
+            findings->push_back({name, "the guards around the section don't belong together", contentEnd});
+        const std::size_t checkedFrom = guardLength;
+        if (!tail.failed() && crc16(view.subspan(checkedFrom, contentEnd - checkedFrom)) != stored)
+            findings->push_back({name, "the section's check doesn't match", contentEnd});
+    }
+
+    if (release < Release::r2007) {
+        section.data = BitReader(view, contentAt * 8, contentEnd * 8);
+        return section;
+    }
+    const std::size_t bits = ByteCursor(view, contentAt).u32();
+    const std::size_t end = contentAt * 8 + bits;
+    if (bits < 32 || end > contentEnd * 8)
+        return Error{ErrorKind::damaged, std::string(name) + " places its references outside itself", contentAt};
+    section.data = BitReader(view, contentAt * 8 + 32, end);
+    section.text = textBefore(view, end);
+    section.handles = BitReader(view, end, contentEnd * 8);
+    return section;
+}
+
+} // namespace dwg
