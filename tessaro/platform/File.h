@@ -67,10 +67,12 @@ public:
         modeReadWrite = 3,
         modeCreate = 4,
         modeNoTruncate = 8,
-        shareExclusive = 16,
+        shareExclusive = 16, ///< an advisory lock; a second such opening fails with sharingViolation
+        modeAppend = 32,     ///< each Write goes to the end of the file in one step
     };
     File() = default;
-    /// Opens or throws. A read-only file is refused for writing, also for root.
+    /// Opens or throws. A read-only file is refused for writing, also for root; what is no regular file is refused.
+    /// With modeCreate a missing file is made (in an existing folder) and, without modeNoTruncate, an old one emptied.
     File(std::wstring_view path, unsigned mode);
     ~File();
     File(const File&) = delete;

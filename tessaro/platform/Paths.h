@@ -39,7 +39,10 @@ struct FileStatus {
 std::optional<std::wstring> FindPath(std::wstring_view path);
 /// Nothing where the file does not exist.
 std::optional<FileStatus> GetFileStatus(std::wstring_view path);
+/// True for a folder too.
 bool FileExists(std::wstring_view path);
+/// The same without a look at other spellings: one call to the system, no listing of the folder.
+bool FileExistsAsSpelled(std::wstring_view path);
 bool FolderExists(std::wstring_view path);
 
 struct FoundFile {
@@ -50,16 +53,20 @@ struct FoundFile {
 /// can't be read.
 std::vector<FoundFile> ListFiles(std::wstring_view folder, std::wstring_view extension);
 
-/// Each refuses a file that is read-only. False where nothing was done.
+/// These refuse to delete or replace a file that is read-only. False where nothing was done.
 bool RemoveFile(std::wstring_view path);
-/// Never replaces another file; works across file systems.
+/// Never replaces another file (another spelling of the same file is a new name for it); works across file systems by a
+/// copy and a delete. Modification time and rights stay.
 bool MoveFile(std::wstring_view from, std::wstring_view to);
-/// Keeps the modification time; replaces.
+/// Keeps modification time and rights; replaces. A file is not copied onto itself.
 bool CopyFile(std::wstring_view from, std::wstring_view to);
+/// Makes the folders on the way too. False where the folder is there already.
 bool CreateFolder(std::wstring_view path);
 
 std::wstring CurrentFolder();
+/// XDG_DOCUMENTS_DIR of the environment or of the user's user-dirs.dirs, else "Documents" in the home folder.
 std::wstring DocumentsFolder();
+/// XDG_DATA_HOME, else ".local/share" in the home folder.
 std::wstring ApplicationDataFolder();
 std::wstring ComputerName();
 std::wstring UserName();

@@ -10,7 +10,8 @@ namespace platform {
 
 /// The C library's format family with "%s" as wide text (a null is empty), bounded: the result has at most
 /// `kFormatLimit` characters, what is beyond is cut. Knows %s %S(narrow) %c %d %i %u %x %X %ld %lu %lld %llu %lx %f %g
-/// %e %% with flags, width, precision and '*'. Decimal separator is always a point.
+/// %e %% with flags, width, precision and '*'; another letter stands as it is. Decimal separator is always a point.
+/// "%ld" takes a 64-bit argument: cast an int that goes there.
 std::wstring Format(const wchar_t* format, ...);
 std::wstring FormatV(const wchar_t* format, std::va_list arguments);
 constexpr std::size_t kFormatLimit = 1'000'000;
@@ -25,7 +26,8 @@ inline bool EqualNoCase(std::wstring_view a, std::wstring_view b) {
 /// White space off both ends.
 std::wstring Trim(std::wstring_view text);
 
-/// System code page: UTF-8; text that is no valid UTF-8 is read as Windows-1252. A NUL is a character like others.
+/// System code page: UTF-8; text that is no valid UTF-8 is read as Windows-1252. A NUL is a character like others; what
+/// is no character (a lone surrogate) becomes a question mark.
 std::wstring FromNarrow(std::string_view bytes);
 std::string ToNarrow(std::wstring_view text);
 
