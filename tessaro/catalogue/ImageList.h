@@ -1,7 +1,6 @@
 #pragma once
 
-#include "tessaro/host/ModuleState.h"
-
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -21,20 +20,26 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
+/// The sixteen standard colours in the platform's order: red, green, blue.
+extern const std::array<std::array<std::uint8_t, 3>, 16> kStandardColours;
+/// Number of the nearest of the sixteen by the sum of squared differences, the first on a tie.
+std::uint8_t NearestStandardColour(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
+
 /// Pictures of one size in numbered slots from 0, four bits a pixel with the sixteen standard colours: a colour that is
-/// added is replaced by the nearest of the sixteen (sum of squared differences, the first on a tie).
+/// added is replaced by the nearest of them.
 ///
 /// Reads and writes the platform's published image-list stream. Threads: belongs to the owner of its Directory; the
 /// const operations may run beside each other.
 class ImageList {
 public:
-    /// `growth` as given; the stream shows it rounded up to a multiple of four.
+    /// `growth` as given; the stream shows it rounded up to a multiple of four. Sizes are 1 to 4096.
     ImageList(int pictureWidth, int pictureHeight, int initial, int growth);
 
-    int Width() const;
-    int Height() const;
-    int Count() const;
-    /// Gives the new slot. A picture of another size is cut or padded with black.
+    int Width() const { return width; }
+    int Height() const { return height; }
+    int Count() const { return count; }
+    /// Gives the new slot, or -1 where the list is full: its stream counts with 16 bits. A picture of another size is
+    /// cut or padded with black.
     int Add(const Picture& picture);
     /// False for a slot that is not there.
     bool Replace(int slot, const Picture& picture);
@@ -44,14 +49,23 @@ public:
     /// Appends the stream.
     void Write(std::string& out) const;
     /// Reads one list from the front of the bytes and says in `used` where it ends, from the heads alone. Accepts 1, 4,
-    /// 8, 16, 24 and 32 bits a pixel. Null where the bytes are no list or too short.
+    /// 8, 16, 24 and 32 bits a pixel, which become four; a mask is passed over. Null where the bytes are no list or too
+    /// short.
     static std::unique_ptr<ImageList> Read(std::span<const std::uint8_t> bytes, std::size_t& used);
 
-    bool operator==(const ImageList& other) const;
+    /// Size, slots and room for growth are the same.
+    bool operator==(const ImageList& other) const = default;
 
 private:
-    int width, height, grow, maximum, count = 0;
-    std::vector<std::uint8_t> indices; ///< one byte a pixel, slot after slot, top row first
+    ImageList() = default;
+    std::size_t SlotBytes() const;
+    void Store(int slot, const Picture& picture);
+
+    int width = 0, height = 0;
+    int grow = 0;    ///< as the stream shows it
+    int maximum = 0; ///< slots that the stream has room for
+    int count = 0;
+    std::vector<std::uint8_t> nibbles; ///< two pixels a byte, left one high; slot after slot, top row first
 
     friend class ImageListStream;
 };

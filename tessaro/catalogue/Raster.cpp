@@ -23,7 +23,7 @@ void Put(Picture& picture, std::int64_t x, std::int64_t y, Rgb colour) {
     pixel[2] = colour.blue;
 }
 
-/// Floor of `a / b + 1/2`, less one where that is met exactly from above: halves go down. `b` is above 0.
+/// `a / b` rounded to the nearest whole number, halves downward. `b` is above 0.
 std::int64_t RoundHalfDown(std::int64_t a, std::int64_t b) {
     const std::int64_t numerator = 2 * a + b - 1;
     const std::int64_t denominator = 2 * b;

@@ -1,0 +1,109 @@
+#include "tessaro/catalogue/ImageList.h"
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+
+namespace {
+
+constexpr int kMostSlots = std::numeric_limits<std::uint16_t>::max();
+constexpr int kMostPixels = 4096;
+
+} // namespace
+
+const std::array<std::array<std::uint8_t, 3>, 16> kStandardColours = {{{0x00, 0x00, 0x00},
+                                                                       {0x80, 0x00, 0x00},
+                                                                       {0x00, 0x80, 0x00},
+                                                                       {0x80, 0x80, 0x00},
+                                                                       {0x00, 0x00, 0x80},
+                                                                       {0x80, 0x00, 0x80},
+                                                                       {0x00, 0x80, 0x80},
+                                                                       {0xC0, 0xC0, 0xC0},
+                                                                       {0x80, 0x80, 0x80},
+                                                                       {0xFF, 0x00, 0x00},
+                                                                       {0x00, 0xFF, 0x00},
+                                                                       {0xFF, 0xFF, 0x00},
+                                                                       {0x00, 0x00, 0xFF},
+                                                                       {0xFF, 0x00, 0xFF},
+                                                                       {0x00, 0xFF, 0xFF},
+                                                                       {0xFF, 0xFF, 0xFF}}};
+
+std::uint8_t NearestStandardColour(std::uint8_t red, std::uint8_t green, std::uint8_t blue) {
+    std::uint8_t nearest = 0;
+    int least = std::numeric_limits<int>::max();
+    for (std::size_t i = 0; i < kStandardColours.size(); ++i) {
+        const int r = red - kStandardColours[i][0], g = green - kStandardColours[i][1],
+                  b = blue - kStandardColours[i][2];
+        const int distance = r * r + g * g + b * b;
+        if (distance < least) {
+            least = distance;
+            nearest = static_cast<std::uint8_t>(i);
+        }
+    }
+    return nearest;
+}
+
+ImageList::ImageList(int pictureWidth, int pictureHeight, int initial, int growth)
+    : width(pictureWidth), height(pictureHeight), grow((growth + 3) / 4 * 4), maximum(initial + 1) {
+    if (width < 1 || height < 1 || width > kMostPixels || height > kMostPixels || initial < 0 || growth < 0 ||
+        initial >= kMostSlots || growth > kMostSlots - 4)
+        throw std::invalid_argument("size of an image list");
+}
+
+std::size_t ImageList::SlotBytes() const {
+    return static_cast<std::size_t>((width + 1) / 2) * static_cast<std::size_t>(height);
+}
+
+int ImageList::Add(const Picture& picture) {
+    if (count + 1 >= maximum) {
+        if (maximum + grow + 1 > kMostSlots)
+            return -1;
+        maximum += grow + 1;
+    }
+    nibbles.resize(SlotBytes() * static_cast<std::size_t>(count + 1));
+    Store(count, picture);
+    return count++;
+}
+
+bool ImageList::Replace(int slot, const Picture& picture) {
+    if (slot < 0 || slot >= count)
+        return false;
+    Store(slot, picture);
+    return true;
+}
+
+void ImageList::Store(int slot, const Picture& picture) {
+    const auto slotStart = nibbles.begin() + static_cast<std::ptrdiff_t>(SlotBytes() * static_cast<std::size_t>(slot));
+    std::fill_n(slotStart, SlotBytes(), std::uint8_t{0});
+    const int rows = std::min(height, picture.height), columns = std::min(width, picture.width);
+    // Neighbours are mostly of one colour.
+    std::uint32_t lastColour = 0;
+    std::uint8_t lastIndex = 0;
+    for (int y = 0; y < rows; ++y) {
+        const std::uint8_t* pixel =
+            picture.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) * 3;
+        const auto row = slotStart + static_cast<std::ptrdiff_t>(y) * ((width + 1) / 2);
+        for (int x = 0; x < columns; ++x, pixel += 3) {
+            const std::uint32_t colour = pixel[0] | pixel[1] << 8 | pixel[2] << 16;
+            if (colour != lastColour) {
+                lastColour = colour;
+                lastIndex = NearestStandardColour(pixel[0], pixel[1], pixel[2]);
+            }
+            row[x / 2] |= static_cast<std::uint8_t>(x % 2 == 0 ? lastIndex << 4 : lastIndex);
+        }
+    }
+}
+
+Picture ImageList::Draw(int slot) const {
+    if (slot < 0 || slot >= count)
+        return {};
+    Picture picture(width, height);
+    std::uint8_t* pixel = picture.pixels.data();
+    const std::uint8_t* row = nibbles.data() + SlotBytes() * static_cast<std::size_t>(slot);
+    for (int y = 0; y < height; ++y, row += (width + 1) / 2)
+        for (int x = 0; x < width; ++x, pixel += 3) {
+            const auto& colour = kStandardColours[x % 2 == 0 ? row[x / 2] >> 4 : row[x / 2] & 15];
+            std::copy(colour.begin(), colour.end(), pixel);
+        }
+    return picture;
+}
