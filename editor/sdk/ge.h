@@ -34,10 +34,12 @@ struct AcGeVector3d {
 struct AcGePoint3d {
     double x = 0, y = 0, z = 0;
 
+    static const AcGePoint3d kOrigin;
+
     AcGePoint3d operator+(const AcGeVector3d& vector) const { return {x + vector.x, y + vector.y, z + vector.z}; }
     AcGeVector3d operator-(const AcGePoint3d& other) const { return {x - other.x, y - other.y, z - other.z}; }
     /// Turns the point about the axis through `origin`, counter-clockwise seen against the axis.
-    AcGePoint3d& rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& origin = {});
+    AcGePoint3d& rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& origin = kOrigin);
     /// Where the line through the point along `direction` meets the plane. For a direction that is parallel to the
     /// plane: the point itself.
     AcGePoint3d project(const AcGePlane& plane, const AcGeVector3d& direction) const;
