@@ -1,0 +1,85 @@
+#include "tessaro/reading/PreviewSection.h"
+
+#include "tessaro/browser/preview/Dib.h"
+#include "tessaro/reading/PreviewPng.h"
+
+#include <algorithm>
+#include <array>
+
+namespace {
+
+constexpr std::uint64_t kSectionAddressAt = 13;
+constexpr std::uint64_t kSentinelSize = 16;
+constexpr std::uint64_t kBitmapFileHeaderSize = 14;
+
+constexpr std::uint8_t kHeaderCode = 1;
+constexpr std::uint8_t kBitmapCode = 2;
+constexpr std::uint8_t kPngCode = 6;
+
+template <std::size_t Size> std::array<std::uint8_t, Size> ReadBytes(platform::File& file) {
+    std::array<std::uint8_t, Size> bytes{};
+    file.Read(bytes.data(), Size);
+    return bytes;
+}
+
+std::uint32_t Number(const std::uint8_t* bytes) {
+    return bytes[0] | std::uint32_t{bytes[1]} << 8 | std::uint32_t{bytes[2]} << 16 | std::uint32_t{bytes[3]} << 24;
+}
+
+std::optional<PreviewBytes> WithHeader(PreviewBytes bytes) {
+    if (bytes.size() < kDibHeaderSize)
+        return std::nullopt;
+    return bytes;
+}
+
+std::vector<std::uint8_t> ReadRange(platform::File& file, std::uint64_t start, std::uint64_t size) {
+    const std::uint64_t length = file.Length();
+    const std::uint64_t there = start < length ? std::min(size, length - start) : 0;
+    std::vector<std::uint8_t> bytes(static_cast<std::size_t>(there));
+    file.Seek(start);
+    bytes.resize(file.Read(bytes.data(), bytes.size()));
+    return bytes;
+}
+
+} // namespace
+
+PreviewSection ReadPreviewSection(platform::File& drawing) {
+    PreviewSection section;
+    drawing.Seek(kSectionAddressAt);
+    const std::uint64_t address = Number(ReadBytes<4>(drawing).data());
+    drawing.Seek(address + kSentinelSize);
+    const auto table = ReadBytes<5>(drawing); // The section's size, which nobody needs, and the count.
+    for (int left = table[4]; left > 0; --left) {
+        const auto entry = ReadBytes<9>(drawing);
+        const PreviewEntry place{Number(&entry[1]), Number(&entry[5])};
+        switch (entry[0]) {
+        case kHeaderCode:
+            section.header = place;
+            break;
+        case kPngCode:
+            section.isPng = true;
+            [[fallthrough]];
+        case kBitmapCode:
+            section.image = place;
+            break;
+        default:
+            break;
+        }
+    }
+    return section;
+}
+
+std::vector<std::uint8_t> ReadEntry(platform::File& drawing, const PreviewEntry& entry, std::size_t limit) {
+    return ReadRange(drawing, entry.start, std::min<std::uint64_t>(entry.size, limit));
+}
+
+std::optional<PreviewBytes> ReadSectionImage(platform::File& drawing, const PreviewSection& section) {
+    if (!section.image)
+        return std::nullopt;
+    std::vector<std::uint8_t> bytes = ReadEntry(drawing, *section.image, kLargestPreview);
+    return section.isPng ? DecodePng(bytes) : WithHeader(std::move(bytes));
+}
+
+std::optional<PreviewBytes> ReadBitmapFile(platform::File& bitmap) {
+    return WithHeader(ReadRange(bitmap, kBitmapFileHeaderSize, kLargestPreview));
+}

@@ -1,0 +1,65 @@
+#include "tessaro/reading/SiblingFiles.h"
+
+#include "tessaro/platform/File.h"
+#include "tessaro/platform/Paths.h"
+#include "tessaro/platform/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+/// What is read of a line, however long it is.
+constexpr std::size_t kLongestLine = 65536;
+constexpr std::size_t kExtensionLength = 3;
+constexpr char kEndOfText = 0x1a;
+
+std::wstring WithoutExtension(std::wstring_view drawing) {
+    return std::wstring(drawing.substr(0, drawing.size() - kExtensionLength));
+}
+
+} // namespace
+
+std::optional<std::wstring> FindSpelling(std::initializer_list<std::wstring> paths) {
+    for (const std::wstring& path : paths) {
+        if (platform::FileExistsAsSpelled(path))
+            return path;
+    }
+    return std::nullopt;
+}
+
+std::optional<std::wstring> FindLockFile(std::wstring_view drawing) {
+    const std::wstring stem = WithoutExtension(drawing);
+    return FindSpelling({stem + L"DWK", stem + L"dwk"});
+}
+
+std::optional<std::wstring> FindBitmapFile(std::wstring_view drawing) {
+    const std::wstring stem = WithoutExtension(drawing);
+    return FindSpelling({stem + L"bmp", stem + L"BMP"});
+}
+
+std::optional<std::wstring> FindDescriptionFile(std::wstring_view drawing) {
+    const platform::PathParts parts = platform::SplitPath(drawing);
+    const auto spelled = [&](const wchar_t* folder, const wchar_t* extension) {
+        return parts.driveAndFolder() + folder + platform::kSeparator + parts.name + extension;
+    };
+    return FindSpelling({spelled(L"VEXLIB", L".lsa"), spelled(L"VEXLIB", L".LSA"), spelled(L"vexlib", L".lsa"),
+                         spelled(L"vexlib", L".LSA")});
+}
+
+std::optional<std::wstring> ReadFirstLine(std::wstring_view path) {
+    std::string line(kLongestLine, '\0');
+    try {
+        platform::File file;
+        if (!file.Open(path, platform::File::modeRead))
+            return std::nullopt;
+        line.resize(file.Read(line.data(), line.size()));
+    } catch (const platform::FileException&) {
+        return std::nullopt;
+    }
+    line.resize(std::min(line.find('\n'), line.size()));
+    if (line.ends_with('\r'))
+        line.pop_back();
+    line.resize(std::min(line.find(kEndOfText), line.size()));
+    line.resize(std::min(line.find('\0'), line.size()));
+    return platform::FromNarrow(line);
+}
