@@ -1,0 +1,230 @@
+#include "editor/window/main_window.h"
+
+#include "editor/database/wireframe.h"
+#include "editor/sdk/documents.h"
+#include "editor/sdk/editor.h"
+#include "editor/window/command_panel.h"
+#include "editor/window/drawing_view.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QDockWidget>
+#include <QEventLoop>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QInputDialog>
+#include <QLabel>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace editor {
+
+namespace {
+const char* const drawingFilter = "Drawings (*.dwg *.DWG)";
+}
+
+MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(this)), coordinates(new QLabel(this)) {
+    setObjectName("mainWindow");
+    resize(1280, 860);
+    setCentralWidget(view);
+
+    auto* dock = new QDockWidget("Command Line", this);
+    dock->setObjectName("commandDock");
+    dock->setWidget(panel);
+    dock->setFeatures(QDockWidget::DockWidgetMovable);
+    dock->setTitleBarWidget(new QWidget(dock));
+    addDockWidget(Qt::BottomDockWidgetArea, dock);
+    resizeDocks({dock}, {170}, Qt::Vertical);
+
+    coordinates->setObjectName("coordinates");
+    coordinates->setMinimumWidth(260);
+    statusBar()->addPermanentWidget(coordinates);
+    makeMenus();
+
+    connect(view, &DrawingView::pointPicked, this, [this](double x, double y) {
+        UserEvent event;
+        event.kind = UserEvent::Kind::Point;
+        event.point = {x, y, 0};
+        give(std::move(event));
+    });
+    connect(view, &DrawingView::pointerMoved, this, [this](double x, double y) {
+        coordinates->setText(QString("%1, %2").arg(x, 0, 'f', 4).arg(y, 0, 'f', 4));
+    });
+    connect(panel, &CommandPanel::entered, this, &MainWindow::send);
+    connect(panel, &CommandPanel::cancelled, this, [this] {
+        UserEvent event;
+        event.kind = UserEvent::Kind::Cancel;
+        give(std::move(event));
+    });
+    panel->setFocus();
+
+    AcColorSettings colours;
+    if (acedGetCurrentColors(&colours))
+        view->setBackground(colours.dwGfxModelBkColor);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::makeMenus() {
+    const auto command = [this](QMenu* menu, const QString& text, const QKeySequence& keys, const QString& sent) {
+        QAction* action = menu->addAction(text);
+        action->setShortcut(keys);
+        connect(action, &QAction::triggered, this, [this, sent] {
+            // A command from a menu ends what is running, as Escape would.
+            if (!atCommandPrompt) {
+                UserEvent cancel;
+                cancel.kind = UserEvent::Kind::Cancel;
+                give(std::move(cancel));
+            }
+            send(sent);
+        });
+        return action;
+    };
+    QMenu* file = menuBar()->addMenu("&File");
+    command(file, "&New", QKeySequence::New, "._NEW\n");
+    command(file, "&Open...", QKeySequence::Open, "._OPEN\n");
+    command(file, "Save &As...", QKeySequence::SaveAs, "._SAVEAS\n");
+    file->addSeparator();
+    command(file, "&Quit", QKeySequence::Quit, "._QUIT\n");
+    QMenu* blocks = menuBar()->addMenu("&Blocks");
+    QAction* library = command(blocks, "Block &Library...", QKeySequence("Ctrl+B"), "TESSARO\n");
+    QMenu* viewMenu = menuBar()->addMenu("&View");
+    QAction* extents = viewMenu->addAction("Zoom &Extents");
+    extents->setShortcut(QKeySequence("Ctrl+E"));
+    connect(extents, &QAction::triggered, view, &DrawingView::zoomExtents);
+
+    QToolBar* bar = addToolBar("Commands");
+    bar->setObjectName("commandBar");
+    bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
+    bar->addAction(library);
+    bar->addAction(extents);
+}
+
+void MainWindow::print(std::wstring_view text) {
+    panel->append(QString::fromWCharArray(text.data(), static_cast<qsizetype>(text.size())));
+}
+
+void MainWindow::give(UserEvent event) {
+    waiting.push_back(std::move(event));
+    if (loop != nullptr)
+        loop->quit();
+}
+
+void MainWindow::send(const QString& text) {
+    UserEvent event;
+    event.kind = UserEvent::Kind::Text;
+    event.text = text.toStdWString();
+    give(std::move(event));
+}
+
+UserEvent MainWindow::next(const Prompt& prompt) {
+    atCommandPrompt = prompt.kind == Prompt::Kind::Command;
+    panel->setPrompt(QString::fromStdWString(prompt.text));
+    panel->setWholeLine(prompt.wholeLine);
+    view->setRubberBand(prompt.base);
+    if (waiting.empty()) {
+        QEventLoop own;
+        QEventLoop* outer = loop;
+        loop = &own;
+        own.exec();
+        loop = outer;
+    }
+    view->setRubberBand(std::nullopt);
+    if (waiting.empty())
+        return {UserEvent::Kind::End, {}, {}};
+    UserEvent event = std::move(waiting.front());
+    waiting.pop_front();
+    return event;
+}
+
+void MainWindow::interrupt() {
+    if (!atCommandPrompt)
+        return;
+    UserEvent event;
+    event.kind = UserEvent::Kind::Interrupted;
+    give(std::move(event));
+}
+
+std::optional<std::wstring> MainWindow::pickFileToOpen(const std::wstring& start) {
+    const QString file =
+        QFileDialog::getOpenFileName(this, "Open Drawing", QString::fromStdWString(start), drawingFilter);
+    return file.isEmpty() ? std::nullopt : std::optional(file.toStdWString());
+}
+
+std::optional<std::wstring> MainWindow::pickFileToSave(const std::wstring& start) {
+    QString file = QFileDialog::getSaveFileName(this, "Save Drawing As", QString::fromStdWString(start), drawingFilter);
+    if (file.isEmpty())
+        return std::nullopt;
+    if (QFileInfo(file).suffix().isEmpty())
+        file += ".dwg";
+    return file.toStdWString();
+}
+
+SaveAnswer MainWindow::askToSave(const std::wstring& drawing) {
+    const auto answer = QMessageBox::question(
+        this, "Drawing Editor",
+        QString("Save changes to %1?").arg(QFileInfo(QString::fromStdWString(drawing)).fileName()),
+        QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
+    if (answer == QMessageBox::Save)
+        return SaveAnswer::Save;
+    return answer == QMessageBox::Discard ? SaveAnswer::Discard : SaveAnswer::Cancel;
+}
+
+std::optional<int> MainWindow::pickColour(int start) {
+    bool taken = false;
+    const int colour = QInputDialog::getInt(this, "Select Color", "Color index (1 to 255):", start, 1, 255, 1, &taken);
+    return taken ? std::optional(colour) : std::nullopt;
+}
+
+AcDbObjectId MainWindow::objectAt(const AcGePoint3d& point) {
+    return view->objectAt(point);
+}
+
+void MainWindow::zoomExtents() {
+    view->zoomExtents();
+}
+
+void MainWindow::documentsChanged() {
+    const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
+    const QString name = document == nullptr ? QString() : QString::fromWCharArray(document->fileName());
+    setWindowTitle(name.isEmpty() ? QString("Drawing Editor") : QFileInfo(name).fileName() + " - Drawing Editor");
+    refresh();
+    view->zoomExtents();
+}
+
+void MainWindow::drawingChanged() {
+    // Several commands in a row cost one look at the drawing.
+    if (refreshing)
+        return;
+    refreshing = true;
+    QTimer::singleShot(0, this, [this] {
+        refreshing = false;
+        refresh();
+    });
+}
+
+void MainWindow::refresh() {
+    const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
+    view->setWireframe(document == nullptr ? Wireframe() : wireframeOfModelSpace(*document->database()));
+}
+
+void MainWindow::closeEvent(QCloseEvent* event) {
+    // The command ends the program, after its question about unsaved changes.
+    event->ignore();
+    if (!atCommandPrompt) {
+        UserEvent cancel;
+        cancel.kind = UserEvent::Kind::Cancel;
+        give(std::move(cancel));
+    }
+    send("._QUIT\n");
+}
+
+void MainWindow::keyPressEvent(QKeyEvent* event) {
+    panel->takeKey(event);
+}
+
+} // namespace editor

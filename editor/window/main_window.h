@@ -1,0 +1,70 @@
+#pragma once
+
+#include "editor/application/services.h"
+
+#include <QMainWindow>
+
+#include <deque>
+#include <string_view>
+
+class QEventLoop;
+class QLabel;
+
+namespace editor {
+
+class CommandPanel;
+class DrawingView;
+
+/// The editor's window: the current drawing above, the command line below. It answers the prompts of a user at work by
+/// waiting in an event loop of its own; in batch mode a script answers them and the window only shows.
+class MainWindow : public QMainWindow, public WindowServices, public UserInput {
+    Q_OBJECT
+
+public:
+    MainWindow();
+    ~MainWindow() override;
+
+    /// Shows what the command line prints.
+    void print(std::wstring_view text);
+
+    // UserInput
+    UserEvent next(const Prompt& prompt) override;
+    void interrupt() override;
+
+    // WindowServices
+    void* mainWindow() override { return static_cast<QWidget*>(this); }
+    bool asksForFiles() const override { return interactive; }
+    std::optional<std::wstring> pickFileToOpen(const std::wstring& start) override;
+    std::optional<std::wstring> pickFileToSave(const std::wstring& start) override;
+    bool asksToSave() const override { return interactive; }
+    SaveAnswer askToSave(const std::wstring& drawing) override;
+    std::optional<int> pickColour(int start) override;
+    AcDbObjectId objectAt(const AcGePoint3d& point) override;
+    void zoomExtents() override;
+    void documentsChanged() override;
+    void drawingChanged() override;
+
+    /// Whether a person works here (files are asked for by dialogs) or a script.
+    void setInteractive(bool person) { interactive = person; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void makeMenus();
+    void give(UserEvent event);
+    void send(const QString& text);
+    void refresh();
+
+    DrawingView* view;
+    CommandPanel* panel;
+    QLabel* coordinates;
+    std::deque<UserEvent> waiting;
+    QEventLoop* loop = nullptr; // of the innermost next()
+    bool atCommandPrompt = false;
+    bool interactive = true;
+    bool refreshing = false;
+};
+
+} // namespace editor
