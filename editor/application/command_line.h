@@ -73,6 +73,7 @@ public:
 
     /// Text that is taken before anything that waits now.
     void push(std::wstring_view text, bool echo);
+    bool hasText() const { return !texts.empty(); }
     void setUserInput(UserInput* source) { user = source; }
     void interruptUser();
     void setWindow(WindowServices* services) { window = services; }

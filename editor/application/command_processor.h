@@ -26,11 +26,14 @@ public:
 
     /// Takes one answer at the command prompt and runs what it names. False when the input has ended.
     bool step();
+    /// Whether text waits to be carried out.
+    bool hasWork() const;
     /// Runs a list of elements at once, nested in the present command. RTNORM is not its success: 0 is.
     int runList(const resbuf* elements);
     /// Queues text for a document: it runs at the command prompt, before anything else that waits. Texts run in the
-    /// order in which they were queued; one for a document that was closed is dropped.
+    /// order in which they were queued; one for a document that is closed first is dropped.
     void queue(Document& document, std::wstring text, bool activate, bool echo);
+    void dropQueued(const Document& document);
 
     /// Names of the commands that run now, the outermost first, in upper case.
     const std::vector<std::wstring>& running() const { return runningNames; }

@@ -45,11 +45,10 @@ private:
     int lockCount = 0;
 };
 
-/// The drawings that are open, in the order of opening. The first way out of every change tells the window.
+/// The drawings that are open, in the order of opening. Every change is told to the window.
 class DocumentManager final : public AcApDocManager {
 public:
     explicit DocumentManager(Editor& editor);
-    ~DocumentManager() override;
 
     /// A new empty drawing, made current; named "Drawing1.dwg", "Drawing2.dwg" ...
     Document& create();
@@ -61,8 +60,6 @@ public:
     Document* current() const { return active.empty() ? nullptr : active.back(); }
     const std::vector<std::unique_ptr<Document>>& all() const { return documents; }
     bool isOpen(const AcApDocument* document) const;
-    /// The number of calls in application context that run now.
-    int& applicationContexts() const { return contexts; }
 
     AcApDocument* curDocument() const override { return current(); }
     AcApDocument* mdiActiveDocument() const override { return current(); }

@@ -77,8 +77,6 @@ public:
     void quit();
 
 private:
-    class Registry;
-
     Console textOutput;
     Lisp interpreter;
     CommandLine prompts;

@@ -1,0 +1,116 @@
+#include "editor/application/drawing.h"
+
+namespace editor {
+
+namespace {
+
+template <class Table> AcDbObjectId findIn(Table* table, const std::wstring& name) {
+    AcDbObjectId id;
+    if (table->getAt(name.c_str(), id) != eOk)
+        id = {};
+    table->close();
+    return id;
+}
+
+AcDbBlockTableRecord* openModelSpace(AcDbDatabase& database, AcDb::OpenMode mode) {
+    AcDbBlockTableRecord* space = nullptr;
+    acdbOpenObject(space, findBlock(database, ACDB_MODEL_SPACE), mode);
+    return space;
+}
+
+} // namespace
+
+AcDbObjectId findBlock(AcDbDatabase& database, const std::wstring& name) {
+    AcDbBlockTable* table = nullptr;
+    return database.getBlockTable(table) == eOk ? findIn(table, name) : AcDbObjectId();
+}
+
+AcDbObjectId findLayer(AcDbDatabase& database, const std::wstring& name) {
+    AcDbLayerTable* table = nullptr;
+    return database.getLayerTable(table) == eOk ? findIn(table, name) : AcDbObjectId();
+}
+
+std::vector<AcDbObjectId> modelSpaceEntities(AcDbDatabase& database) {
+    std::vector<AcDbObjectId> entities;
+    AcDbBlockTableRecord* const space = openModelSpace(database, AcDb::kForRead);
+    if (space == nullptr)
+        return entities;
+    AcDbBlockTableRecordIterator* iterator = nullptr;
+    if (space->newIterator(iterator) == eOk) {
+        const std::unique_ptr<AcDbBlockTableRecordIterator> owned(iterator);
+        for (; !owned->done(); owned->step()) {
+            AcDbEntity* entity = nullptr;
+            if (owned->getEntity(entity, AcDb::kForRead) != eOk)
+                continue;
+            entities.push_back(entity->objectId());
+            entity->close();
+        }
+    }
+    space->close();
+    return entities;
+}
+
+AcDbObjectId lastEntity(AcDbDatabase& database) {
+    const auto entities = modelSpaceEntities(database);
+    return entities.empty() ? AcDbObjectId() : entities.back();
+}
+
+AcDbObjectId addToModelSpace(AcDbDatabase& database, std::unique_ptr<AcDbEntity> entity) {
+    AcDbBlockTableRecord* const space = openModelSpace(database, AcDb::kForWrite);
+    if (space == nullptr)
+        return {};
+    AcDbObjectId id;
+    AcDbEntity* const added = entity.get();
+    if (space->appendAcDbEntity(id, added) == eOk) {
+        entity.release();
+        added->setLayer(database.clayer());
+        added->close();
+    }
+    space->close();
+    return id;
+}
+
+std::wstring recordName(AcDbObjectId record) {
+    std::wstring name;
+    AcDbSymbolTableRecord* opened = nullptr;
+    if (acdbOpenObject(opened, record, AcDb::kForRead) != eOk)
+        return name;
+    if (opened->getName(name) != eOk)
+        name.clear();
+    opened->close();
+    return name;
+}
+
+int eraseObject(AcDbObjectId object) {
+    AcDbObject* opened = nullptr;
+    if (const int status = acdbOpenAcDbObject(opened, object, AcDb::kForWrite); status != eOk)
+        return status;
+    const int status = opened->erase();
+    opened->close();
+    return status;
+}
+
+std::wstring statusText(int status) {
+    switch (status) {
+    case eOk:
+        return L"done";
+    case Acad::eBadDwgHeader:
+        return L"it is not a valid drawing file";
+    case Acad::eUnsupportedFileFormat:
+        return L"its format is not supported";
+    case Acad::eFileNotFound:
+        return L"the file can't be found";
+    case Acad::eFileAccessErr:
+        return L"the file can't be accessed";
+    case Acad::eFilerError:
+        return L"the file is damaged or can't be written";
+    case Acad::eFileSharingViolation:
+        return L"the file is in use";
+    case Acad::eNotImplementedYet:
+        return L"this is not supported";
+    default:
+        return L"status " + std::to_wstring(status);
+    }
+}
+
+} // namespace editor
