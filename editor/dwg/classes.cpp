@@ -11,6 +11,14 @@ namespace {
 constexpr std::size_t guardSize = 16;
 constexpr std::size_t lengthSize = 4;
 
+/// Some writers store a text with its closing null.
+std::wstring text(BitReader& bits, const CodePage& codePage) {
+    std::wstring wide = codePage.decode(bits.t());
+    while (!wide.empty() && wide.back() == L'\0')
+        wide.pop_back();
+    return wide;
+}
+
 } // namespace
 
 Result<std::vector<ObjectClass>> readClasses(ByteView section, const CodePage& codePage, Findings& findings) {
@@ -36,9 +44,9 @@ Result<std::vector<ObjectClass>> readClasses(ByteView section, const CodePage& c
         ObjectClass record;
         record.number = bits.bs();
         record.proxyFlags = bits.bs();
-        record.application = codePage.decode(bits.t());
-        record.cppName = codePage.decode(bits.t());
-        record.dxfName = codePage.decode(bits.t());
+        record.application = text(bits, codePage);
+        record.cppName = text(bits, codePage);
+        record.dxfName = text(bits, codePage);
         record.wasProxy = bits.b();
         record.item = bits.bs();
         const bool follows =

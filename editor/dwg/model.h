@@ -86,6 +86,8 @@ struct Object {
     /// Present for entities.
     std::optional<EntityData> entity;
     Body body;
+    /// Some writers store every text with its closing null; then they are written so again.
+    bool closedTexts = false;
     /// The object as read, without length and check; empty for an object that is new or was changed.
     std::vector<std::uint8_t> record;
 

@@ -178,14 +178,14 @@ template <class Stream> void transferOwnership(Stream& s, Object& object, bool o
 /// What stands between the object's handle or extended data and its body.
 template <class Stream> void transferCommon(Stream& s, Object& object) {
     if (!object.entity) {
-        s.sizeOfReferences(object.reactors);
+        s.sizeOfItems(object.reactors);
         transferOwnership(s, object, true);
         return;
     }
     EntityData& entity = *object.entity;
     transferGraphics(s, entity.graphics);
     s.bb(entity.space);
-    s.sizeOfReferences(object.reactors);
+    s.sizeOfItems(object.reactors);
     s.b(entity.noLinks);
     s.cmc(entity.color);
     s.bd(entity.linetypeScale);
@@ -253,14 +253,15 @@ Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectCo
             return Error{ErrorKind::damaged, "the references of " + objectPlace(object.handle) + " leave its record",
                          again.handles.position() / 8};
     }
+    object.closedTexts = s.closedTexts;
     object.record.assign(record.begin(), record.end());
     return object;
 }
 
-Result<std::vector<std::uint8_t>> encodeObject(const Object& object, const ObjectContext& context) {
+Result<Bits> encodeObject(const Object& object, const ObjectContext& context) {
     if (context.release != Release::r2000)
         return Error{ErrorKind::unsupported, "release not written at object level yet", 0};
-    ObjectWriter s(object.handle, context.codePage);
+    ObjectWriter s(object, context.codePage);
     // The walk is shared with reading, which needs the fields writable; a writer changes none but derived ones.
     Object fields = object;
     s.data.h({0, object.handle});
@@ -274,13 +275,16 @@ Result<std::vector<std::uint8_t>> encodeObject(const Object& object, const Objec
     record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + s.data.position()));
     record.append(s.data.bits());
     record.append(s.handles.bits());
-    return record.bytes();
+    return record.bits();
 }
 
 Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const ObjectContext& context) {
     if (!object.record.empty())
         return object.record;
-    return encodeObject(object, context);
+    Result<Bits> encoded = encodeObject(object, context);
+    if (!encoded)
+        return encoded.error();
+    return std::move(encoded->bytes);
 }
 
 void mapReferences(Object& object, const std::function<Handle(Handle)>& map) {

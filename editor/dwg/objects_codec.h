@@ -28,9 +28,9 @@ struct ObjectContext {
 Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectContext& context,
                             std::optional<Finding>* finding = nullptr);
 
-/// Encodes an object from its fields, whatever its kept record. `unsupported` for a release whose objects aren't
-/// written here.
-Result<std::vector<std::uint8_t>> encodeObject(const Object& object, const ObjectContext& context);
+/// Encodes an object from its fields, whatever its kept record. What fills up the last byte isn't part of the object
+/// and may differ from the record that was read. `unsupported` for a release whose objects aren't written here.
+Result<Bits> encodeObject(const Object& object, const ObjectContext& context);
 
 /// The bytes to store: the kept record, or the object encoded when there is none.
 Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const ObjectContext& context);

@@ -34,7 +34,7 @@ template <class Stream> void transferPlot(Stream& s, PlotSettings& plot) {
 } // namespace
 
 template <class Stream> void transfer(Stream& s, Dictionary& body, std::uint16_t) {
-    s.sizeBl(body.items, 2);
+    s.sizeOfItems(body.items);
     s.bs(body.cloning);
     s.rc(body.hardOwner);
     for (Dictionary::Item& item : body.items) {

@@ -41,7 +41,13 @@ public:
     void dd3(Point3& value, Point3 byDefault) { value = data.dd3(byDefault); }
     void bt(double& value) { value = data.bt(); }
     void be(Point3& value) { value = data.be(); }
-    void t(std::wstring& value) { value = codePage.decode(data.t()); }
+    void t(std::wstring& value) {
+        value = codePage.decode(data.t());
+        if (!value.empty() && value.back() == L'\0') {
+            value.pop_back();
+            closedTexts = true;
+        }
+    }
     void cmc(Color& value) { value = Color{static_cast<std::int16_t>(data.bs())}; }
     void h(HandleRef& value) { value = resolved(handles.h(), own); }
     template <std::size_t N> void raw(std::array<std::uint8_t, N>& value) {
@@ -52,15 +58,14 @@ public:
 
     /// The number of elements that follow, each of at least `leastBits` in the data stream.
     template <class Vector> void sizeBl(Vector& vector, std::size_t leastBits) { resize(vector, data.bl(), leastBits); }
-    template <class Vector> void sizeBs(Vector& vector, std::size_t leastBits) { resize(vector, data.bs(), leastBits); }
     template <class Vector> void sizeRc(Vector& vector, std::size_t leastBits) { resize(vector, data.rc(), leastBits); }
-    /// The number of references that follow in the other stream.
-    void sizeOfReferences(std::vector<HandleRef>& references) {
+    /// The number of elements that follow, each a reference in the other stream or with one there.
+    template <class Vector> void sizeOfItems(Vector& vector) {
         const std::size_t count = data.bl();
         if (count > handles.remaining() / 8)
             handles.fail();
         else
-            references.resize(count);
+            vector.resize(count);
     }
     /// As many references as there are. Fewer than eight bits left are filling.
     void referencesToEnd(std::vector<HandleRef>& references) {
@@ -76,6 +81,8 @@ public:
     BitReader data, handles;
     Handle own;
     const CodePage& codePage;
+    /// Whether a text ended in a null.
+    bool closedTexts = false;
 
 private:
     template <class Vector> void resize(Vector& vector, std::size_t count, std::size_t leastBits) {
@@ -91,7 +98,8 @@ public:
     static constexpr bool reading = false;
     static constexpr bool writing = true;
 
-    ObjectWriter(Handle handle, const CodePage& page) : own(handle), codePage(page) {}
+    ObjectWriter(const Object& object, const CodePage& page)
+        : own(object.handle), codePage(page), closedTexts(object.closedTexts) {}
 
     void b(bool value) { data.b(value); }
     template <class T> void bb(T value) { data.bb(static_cast<std::uint8_t>(value)); }
@@ -110,7 +118,12 @@ public:
     void dd3(Point3 value, Point3 byDefault) { data.dd3(value, byDefault); }
     void bt(double value) { data.bt(value); }
     void be(Point3 value) { data.be(value); }
-    void t(const std::wstring& value) { data.t(codePage.encode(value)); }
+    void t(const std::wstring& value) {
+        std::string text = codePage.encode(value);
+        if (closedTexts && !text.empty())
+            text.push_back('\0');
+        data.t(text);
+    }
     void cmc(Color value) { data.bs(static_cast<std::uint16_t>(value.index)); }
     void h(HandleRef value) { handles.h(stored(value, own)); }
     template <std::size_t N> void raw(const std::array<std::uint8_t, N>& value) { data.append(value); }
@@ -119,14 +132,13 @@ public:
     template <class Vector> void sizeBl(const Vector& vector, std::size_t) {
         data.bl(static_cast<std::uint32_t>(vector.size()));
     }
-    template <class Vector> void sizeBs(const Vector& vector, std::size_t) {
         data.bs(static_cast<std::uint16_t>(vector.size()));
     }
     template <class Vector> void sizeRc(const Vector& vector, std::size_t) {
         data.rc(static_cast<std::uint8_t>(vector.size()));
     }
-    void sizeOfReferences(const std::vector<HandleRef>& references) {
-        data.bl(static_cast<std::uint32_t>(references.size()));
+    template <class Vector> void sizeOfItems(const Vector& vector) {
+        data.bl(static_cast<std::uint32_t>(vector.size()));
     }
     void referencesToEnd(const std::vector<HandleRef>& references) {
         for (const HandleRef reference : references)
@@ -137,6 +149,7 @@ public:
     BitWriter data, handles;
     Handle own;
     const CodePage& codePage;
+    bool closedTexts;
 };
 
 /// Visits the references of a body and nothing else.
@@ -168,9 +181,8 @@ public:
     template <class T> void raw(T&&) {}
     template <class T> void raw(T&&, std::size_t) {}
     template <class T> void sizeBl(T&&, std::size_t) {}
-    template <class T> void sizeBs(T&&, std::size_t) {}
     template <class T> void sizeRc(T&&, std::size_t) {}
-    template <class T> void sizeOfReferences(T&&) {}
+    template <class T> void sizeOfItems(T&&) {}
     template <class T> void restOfData(T&&) {}
     void h(HandleRef& value) { visit(value); }
     void referencesToEnd(std::vector<HandleRef>& references) {

@@ -33,7 +33,7 @@ template <class Stream> void transferInsertionCount(Stream& s, std::vector<Handl
 } // namespace
 
 template <class Stream> void transfer(Stream& s, TableControl& body, std::uint16_t type) {
-    s.sizeOfReferences(body.records);
+    s.sizeOfItems(body.records);
     for (HandleRef& record : body.records)
         s.h(record);
     if (type == object_type::linetypeControl)
@@ -43,7 +43,7 @@ template <class Stream> void transfer(Stream& s, TableControl& body, std::uint16
 }
 
 template <class Stream> void transfer(Stream& s, BlockControl& body, std::uint16_t) {
-    s.sizeOfReferences(body.records);
+    s.sizeOfItems(body.records);
     for (HandleRef& record : body.records)
         s.h(record);
     s.h(body.modelSpace);

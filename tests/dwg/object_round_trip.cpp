@@ -11,31 +11,76 @@ namespace {
 
 using namespace dwg;
 
+/// The record with zero bits from `count` on: what fills up the last byte is no data, and some writers leave old bits.
+std::vector<std::uint8_t> withoutFilling(std::vector<std::uint8_t> record, std::size_t count) {
+    if (record.size() == (count + 7) / 8 && count % 8 != 0)
+        record.back() &= static_cast<std::uint8_t>(0xFF00 >> count % 8);
+    return record;
+}
+
+/// Objects of the real drawings whose bits aren't the shortest spelling of their values, with the reason.
+const std::map<std::pair<std::string, Handle>, std::string> otherSpellings = {
+    {{"PolyLine2D.dwg", 0x12D}, "its names escape characters that the drawing's code page has"},
+    {{"entities-2d.dwg", 0x3B}, "an alignment point at the origin is stored"},
+    {{"entities-2d.dwg", 0x42}, "an alignment point at the origin is stored"},
+    {{"entities-3d.dwg", 0x3B}, "an alignment point at the origin is stored"},
+    {{"entities-3d.dwg", 0x42}, "an alignment point at the origin is stored"},
+};
+
+std::size_t roundTripAll(const std::filesystem::path& path) {
+    const auto file = DrawingFile::open(path);
+    if (!file.ok())
+        return 0;
+    const auto drawing = readDrawing(*file);
+    if (!drawing.ok())
+        return 0;
+    for (const Finding& finding : drawing->findings)
+        ADD_FAILURE() << path << " " << finding.place << ": " << finding.reason;
+    const ObjectContext context(*drawing);
+    for (const auto& object : drawing->objects()) {
+        const auto record = encodeObject(*object, context);
+        EXPECT_TRUE(record.ok());
+        if (otherSpellings.contains({path.filename(), object->handle})) {
+            EXPECT_NE(tests::hex(object->record), tests::hex(record->bytes));
+            const auto again = decodeObject(record->bytes, context);
+            EXPECT_TRUE(again.ok());
+            EXPECT_EQ(tests::hex(encodeObject(*again, context)->bytes), tests::hex(record->bytes));
+            continue;
+        }
+        EXPECT_EQ(tests::hex(withoutFilling(object->record, record->count)), tests::hex(record->bytes))
+            << path << " " << typeName(*drawing, *object) << " " << std::hex << object->handle;
+    }
+    return drawing->objects().size();
+}
+
 TEST(ObjectRoundTrip, EveryObjectOfRealDrawingsGivesItsOwnBitsAgain) {
     const auto files = tests::drawingsOf2000();
     if (files.empty())
         GTEST_SKIP() << "no folder of real drawings";
-    std::map<std::string, std::pair<int, int>> counts;
+    for (const auto& path : files)
+        EXPECT_GT(roundTripAll(path), 0u) << path;
+}
+
+TEST(ObjectRoundTrip, OnlyTypesThatAreNotDecodedAreCarriedInRealDrawings) {
+    const auto files = tests::drawingsOf2000();
+    if (files.empty())
+        GTEST_SKIP() << "no folder of real drawings";
     for (const auto& path : files) {
-        const auto file = DrawingFile::open(path);
-        ASSERT_TRUE(file.ok()) << path;
-        const auto drawing = readDrawing(*file);
-        ASSERT_TRUE(drawing.ok()) << path << ": " << drawing.error().reason;
-        for (const Finding& finding : drawing->findings)
-            std::cout << path.filename() << " " << finding.place << " " << finding.reason << "\n";
-        const ObjectContext context(*drawing);
+        const auto drawing = readDrawing(*DrawingFile::open(path));
+        ASSERT_TRUE(drawing.ok()) << path;
         for (const auto& object : drawing->objects()) {
-            const auto record = encodeObject(*object, context);
-            ASSERT_TRUE(record.ok());
-            auto& [all, carried] = counts[typeName(*drawing, *object)];
-            ++all;
-            carried += object->as<Carried>() != nullptr;
-            EXPECT_EQ(tests::hex(object->record), tests::hex(*record))
-                << path << " " << typeName(*drawing, *object) << " " << std::hex << object->handle;
+            const bool decoded =
+                object->type < object_type::firstClass &&
+                !(object->type >= object_type::dimensionOrdinate && object->type <= object_type::dimensionDiameter) &&
+                (object->type <= object_type::trace || object->type == object_type::ellipse ||
+                 (object->type >= object_type::ray && object->type <= object_type::dictionary) ||
+                 (object->type >= object_type::multilineText && object->type <= object_type::viewportEntityHeader &&
+                  object->type != 45 && object->type != 46 && object->type != 47 &&
+                  object->type != object_type::dimensionStyleControl) ||
+                 object->type == object_type::lightweightPolyline);
+            EXPECT_FALSE(decoded && object->as<Carried>() != nullptr) << path << " " << typeName(*drawing, *object);
         }
     }
-    for (const auto& [name, count] : counts)
-        std::cout << name << " " << count.first << " carried " << count.second << "\n";
 }
 
 } // namespace
