@@ -132,8 +132,6 @@ public:
     template <class Vector> void sizeBl(const Vector& vector, std::size_t) {
         data.bl(static_cast<std::uint32_t>(vector.size()));
     }
-        data.bs(static_cast<std::uint16_t>(vector.size()));
-    }
     template <class Vector> void sizeRc(const Vector& vector, std::size_t) {
         data.rc(static_cast<std::uint8_t>(vector.size()));
     }
