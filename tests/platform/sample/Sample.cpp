@@ -1,0 +1,3 @@
+extern "C" int SampleAnswer() {
+    return 42;
+}
