@@ -61,6 +61,7 @@ constexpr std::uint16_t dimensionStyleControl = 68;
 constexpr std::uint16_t dimensionStyle = 69;
 constexpr std::uint16_t viewportEntityControl = 70;
 constexpr std::uint16_t viewportEntityHeader = 71;
+constexpr std::uint16_t multilineStyle = 73;
 constexpr std::uint16_t lightweightPolyline = 77;
 constexpr std::uint16_t record = 79;
 constexpr std::uint16_t placeholder = 80;

@@ -48,14 +48,19 @@ public:
     AcDbObject& operator=(const AcDbObject&) = delete;
 
     static AcRxClass* desc();
+    /// The object's own class, which may be more special than any that is declared here: "AcDbHatch", "AcDbSpline".
+    const AcRxClass* isA() const override;
     AcDbObjectId objectId() const;
     AcDbDatabase* database() const;
     bool isErased() const;
+    /// From reading to writing; refused while others read it too.
     int upgradeOpen();
     int downgradeOpen();
-    /// Needs an object that is open for write. A layer that is in use or current, "0", and a block definition that is
-    /// referenced are refused.
+    /// Needs an object that is open for write. What is in use is refused with eObjectIsReferenced (a layer, linetype,
+    /// text style or block definition that something refers to), what a drawing can't do without with
+    /// eCannotBeErasedByCaller (layer "0", the current layer, model space ...). `erasing` false takes an erasure back.
     int erase(bool erasing = true);
+    /// A new object that is in no database is closed with eNoDatabase.
     int close();
 
     struct Impl;
@@ -69,13 +74,14 @@ private:
 };
 
 template <class T> int acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMode mode);
+/// Any number may read an object; one may write it while nobody reads. eWasOpenForWrite and eWasOpenForRead tell who is
+/// in the way, eWasErased an erased object.
 int acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode);
 
 class AcDbEntity : public AcDbObject {
 public:
     using AcDbObject::AcDbObject;
     static AcRxClass* desc();
-    const AcRxClass* isA() const override;
 
     std::wstring layer() const;
     AcDbObjectId layerId() const;
@@ -92,12 +98,16 @@ public:
 
 class AcDbLine : public AcDbEntity {
 public:
+    using AcDbEntity::AcDbEntity;
+    /// A new line that is in no database yet.
     AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end);
     static AcRxClass* desc();
 };
 
 class AcDbCircle : public AcDbEntity {
 public:
+    using AcDbEntity::AcDbEntity;
+    /// A new circle that is in no database yet.
     AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
     static AcRxClass* desc();
 };
@@ -108,6 +118,14 @@ public:
     static AcRxClass* desc();
 };
 
+/// Paragraph text; not a kind of AcDbText.
+class AcDbMText : public AcDbEntity {
+public:
+    using AcDbEntity::AcDbEntity;
+    static AcRxClass* desc();
+};
+
+/// The base of all kinds of dimensions.
 class AcDbDimension : public AcDbEntity {
 public:
     using AcDbEntity::AcDbEntity;
@@ -174,6 +192,8 @@ private:
 class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 public:
     using AcDbSymbolTableRecord::AcDbSymbolTableRecord;
+    /// A new, empty definition that is in no table yet.
+    AcDbBlockTableRecord();
     static AcRxClass* desc();
     bool isLayout() const;
     bool isAnonymous() const;
@@ -182,9 +202,11 @@ public:
     std::wstring comments() const;
     int setComments(const wchar_t* text);
     AcGePoint3d origin() const;
+    int setOrigin(const AcGePoint3d& point);
     int newIterator(AcDbBlockTableRecordIterator*& iterator) const;
     /// Takes ownership of a new entity and makes it part of the definition; the entity is left open for write.
     int appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
+    int appendAcDbEntity(AcDbEntity* entity);
 };
 
 class AcDbSymbolTable;
@@ -214,22 +236,26 @@ public:
     int getAt(const wchar_t* name, AcDbObjectId& id) const;
     int getAt(const wchar_t* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode) const;
     bool has(const wchar_t* name) const;
-    /// Takes ownership of a new record. A name that exists, in whatever case, is refused and the record stays the
-    /// caller's.
+    /// Takes ownership of a new record and leaves it open for write. A name that exists, in whatever case, is refused
+    /// with eDuplicateRecordName and the record stays the caller's.
     int add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
+    int add(AcDbSymbolTableRecord* record);
 };
 
 class AcDbLayerTable : public AcDbSymbolTable {
 public:
     using AcDbSymbolTable::AcDbSymbolTable;
+    static AcRxClass* desc();
 };
 class AcDbLinetypeTable : public AcDbSymbolTable {
 public:
     using AcDbSymbolTable::AcDbSymbolTable;
+    static AcRxClass* desc();
 };
 class AcDbBlockTable : public AcDbSymbolTable {
 public:
     using AcDbSymbolTable::AcDbSymbolTable;
+    static AcRxClass* desc();
 };
 
 /// The summary of a drawing. Made by acdbGetSummaryInfo, freed by the caller.

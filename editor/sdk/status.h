@@ -27,6 +27,7 @@ enum ErrorStatus : int {
     eNotOpenForWrite = 35,
     eCannotBeErasedByCaller = 36,
     eObjectIsReferenced = 37,
+    eSelfReference = 38,
     eNoDocument = 40,
     eLockViolation = 41,
     eNotImplementedYet = 50,

@@ -1,0 +1,122 @@
+#include "editor/database/database_state.h"
+
+#include "editor/database/names.h"
+#include "editor/dwg/dimension_style_table.h"
+
+#include <algorithm>
+
+using namespace dwg::object_type;
+
+void AcDbDatabase::Impl::adopt() {
+    opened.clear();
+    erased.clear();
+    tables.clear();
+    for (const std::uint16_t type : {blockControl, layerControl, styleControl, linetypeControl, viewControl, ucsControl,
+                                     viewportControl, applicationControl, dimensionStyleControl}) {
+        const dwg::Object* const found = drawing.firstOfType(type);
+        if (found != nullptr)
+            tables[type] = found->handle;
+    }
+    modelSpaceHandle = drawing.modelSpace();
+    paperSpaceHandle = drawing.paperSpace();
+}
+
+dwg::Object* AcDbDatabase::Impl::live(dwg::Handle handle) {
+    return isErased(handle) ? nullptr : drawing.find(handle);
+}
+
+const dwg::Object* AcDbDatabase::Impl::live(dwg::Handle handle) const {
+    return isErased(handle) ? nullptr : drawing.find(handle);
+}
+
+int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::OpenMode mode) {
+    result = nullptr;
+    if (handle == 0)
+        return Acad::eNullObjectId;
+    if (isErased(handle))
+        return Acad::eWasErased;
+    dwg::Object* const object = drawing.find(handle);
+    if (object == nullptr)
+        return Acad::eInvalidKey;
+    std::unique_ptr<AcDbObject>& slot = opened[handle];
+    if (!slot)
+        slot = editor::makeInterfaceObject(&self, drawing, *object);
+    AcDbObject::Impl& state = *slot->impl();
+    if (mode != AcDb::kForNotify && state.writing)
+        return Acad::eWasOpenForWrite;
+    if (mode == AcDb::kForWrite) {
+        if (state.readers > 0)
+            return Acad::eWasOpenForRead;
+        state.writing = true;
+    } else {
+        ++state.readers;
+    }
+    result = slot.get();
+    return eOk;
+}
+
+dwg::Object& AcDbDatabase::Impl::take(AcDbObject* object) {
+    AcDbObject::Impl& state = *object->impl();
+    state.own->handle = drawing.newHandle();
+    dwg::Object& added = *drawing.add(std::move(*state.own));
+    state.own.reset();
+    state.object = &added;
+    state.database = &self;
+    state.writing = true;
+    opened[added.handle].reset(object);
+    return added;
+}
+
+dwg::Object* AcDbDatabase::Impl::table(std::uint16_t type) {
+    const auto found = tables.find(type);
+    return found == tables.end() ? nullptr : drawing.find(found->second);
+}
+
+const dwg::Object* AcDbDatabase::Impl::table(std::uint16_t type) const {
+    return const_cast<Impl*>(this)->table(type);
+}
+
+std::vector<dwg::Handle> AcDbDatabase::Impl::records(const dwg::Object& table) {
+    std::vector<dwg::Handle> handles;
+    const auto append = [&](const dwg::HandleRef& reference) {
+        if (!reference.isNull())
+            handles.push_back(reference.value);
+    };
+    if (const auto* const blocks = table.as<dwg::BlockControl>()) {
+        append(blocks->modelSpace);
+        append(blocks->paperSpace);
+        std::ranges::for_each(blocks->records, append);
+    } else if (const auto* const control = table.as<dwg::TableControl>()) {
+        if (table.type == linetypeControl)
+            std::ranges::for_each(control->standing, append);
+        std::ranges::for_each(control->records, append);
+    } else if (const auto* const carried = table.as<dwg::Carried>(); table.type == dimensionStyleControl) {
+        if (carried != nullptr)
+            std::ranges::for_each(dwg::dimensionStyles(*carried), append);
+    }
+    return handles;
+}
+
+dwg::Handle AcDbDatabase::Impl::findRecord(std::uint16_t tableType, std::wstring_view name) const {
+    const dwg::Object* const control = table(tableType);
+    if (control == nullptr)
+        return 0;
+    for (const dwg::Handle handle : records(*control)) {
+        const dwg::Object* const record = live(handle);
+        const dwg::RecordHead* const head = record == nullptr ? nullptr : editor::recordHead(*record);
+        if (head != nullptr && (head->name == name || editor::sameName(head->name, name)))
+            return handle;
+    }
+    return 0;
+}
+
+void AcDbDatabase::Impl::enter(dwg::Object& table, dwg::Handle record) {
+    const dwg::HandleRef reference{dwg::handle_code::softOwner, record};
+    if (auto* const blocks = table.as<dwg::BlockControl>())
+        blocks->records.push_back(reference);
+    else if (auto* const control = table.as<dwg::TableControl>())
+        control->records.push_back(reference);
+    else if (auto* const carried = table.as<dwg::Carried>(); carried != nullptr && table.type == dimensionStyleControl)
+        dwg::addDimensionStyle(*carried, record);
+    table.changed();
+}

@@ -1,0 +1,90 @@
+#include "editor/database/saving.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace editor {
+
+namespace {
+
+dwg::Error systemError(const std::string& what) {
+    return {dwg::ErrorKind::io, what + ": " + std::strerror(errno), 0};
+}
+
+/// A new file beside `file`, removed again unless it took the name.
+class TemporaryFile {
+public:
+    explicit TemporaryFile(const std::filesystem::path& file)
+        : name(file.string() + ".XXXXXX"), descriptor(mkstemp(name.data())) {}
+    ~TemporaryFile() {
+        if (descriptor >= 0)
+            ::close(descriptor);
+        if (!name.empty())
+            ::unlink(name.c_str());
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+    bool isOpen() const { return descriptor >= 0; }
+
+    bool write(dwg::ByteView bytes, mode_t mode) {
+        while (!bytes.empty()) {
+            const ssize_t written = ::write(descriptor, bytes.data(), bytes.size());
+            if (written < 0 && errno == EINTR)
+                continue;
+            if (written <= 0)
+                return false;
+            bytes = bytes.subspan(static_cast<std::size_t>(written));
+        }
+        return ::fchmod(descriptor, mode) == 0 && ::fsync(descriptor) == 0;
+    }
+
+    bool take(const std::filesystem::path& file) {
+        if (::rename(name.c_str(), file.c_str()) != 0)
+            return false;
+        name.clear();
+        return true;
+    }
+
+private:
+    std::string name;
+    int descriptor;
+};
+
+} // namespace
+
+dwg::Result<void> replaceFile(const std::filesystem::path& file, dwg::ByteView bytes, bool keepBackup) {
+    constexpr mode_t writeBits = S_IWUSR | S_IWGRP | S_IWOTH;
+    constexpr mode_t usualMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
+    struct stat status {};
+    const bool exists = ::stat(file.c_str(), &status) == 0;
+    if (exists && ((status.st_mode & writeBits) == 0 || !S_ISREG(status.st_mode)))
+        return dwg::Error{dwg::ErrorKind::io, "the file is read-only"};
+
+    TemporaryFile temporary(file);
+    if (!temporary.isOpen())
+        return systemError("no file can be made in the folder");
+    if (!temporary.write(bytes, exists ? status.st_mode & 07777 : usualMode))
+        return systemError("the file can't be written");
+    if (exists && keepBackup) {
+        std::filesystem::path backup = file;
+        backup.replace_extension(".bak");
+        // A link leaves the old file in its place until the new one takes it.
+        ::unlink(backup.c_str());
+        if (::link(file.c_str(), backup.c_str()) != 0) {
+            std::error_code failure;
+            std::filesystem::copy_file(file, backup, failure);
+            if (failure)
+                return dwg::Error{dwg::ErrorKind::io, "the back-up can't be made: " + failure.message()};
+        }
+    }
+    if (!temporary.take(file))
+        return systemError("the file can't be replaced");
+    return {};
+}
+
+} // namespace editor

@@ -1,0 +1,221 @@
+#include "editor/database/wireframe.h"
+
+#include "editor/database/colours.h"
+#include "editor/database/wireframe_builder.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+
+namespace editor {
+
+double TextItem::angle() const {
+    return std::atan2(along.y, along.x);
+}
+
+void Extents::add(const AcGePoint3d& point) {
+    if (empty) {
+        lowest = highest = point;
+        empty = false;
+        return;
+    }
+    lowest = {std::min(lowest.x, point.x), std::min(lowest.y, point.y), std::min(lowest.z, point.z)};
+    highest = {std::max(highest.x, point.x), std::max(highest.y, point.y), std::max(highest.z, point.z)};
+}
+
+Extents Wireframe::extents() const {
+    Extents box;
+    for (const Stroke& stroke : strokes) {
+        for (const AcGePoint3d& point : stroke.points)
+            box.add(point);
+    }
+    for (const TextItem& text : texts) {
+        const AcGePoint3d end = text.position + text.along * static_cast<double>(text.content.size());
+        for (const AcGePoint3d& corner : {text.position, end, text.position + text.up, end + text.up})
+            box.add(corner);
+    }
+    return box;
+}
+
+Wireframe wireframeOf(AcDbObjectId blockRecord, const WireframeLimits& limits) {
+    if (blockRecord.database == nullptr)
+        return {};
+    return WireframeBuilder(*blockRecord.database->impl(), limits).draw(blockRecord.handle);
+}
+
+Wireframe wireframeOfModelSpace(const AcDbDatabase& database, const WireframeLimits& limits) {
+    return WireframeBuilder(*database.impl(), limits).draw(database.impl()->modelSpace());
+}
+
+namespace {
+
+constexpr std::size_t mostInserts = 200'000;
+
+bool isDimension(const dwg::Object& object) {
+    return object.type >= dwg::object_type::dimensionOrdinate && object.type <= dwg::object_type::dimensionDiameter;
+}
+
+} // namespace
+
+Wireframe WireframeBuilder::draw(dwg::Handle blockRecord) {
+    const auto* const block = database.drawing.body<dwg::BlockHeader>({0, blockRecord});
+    if (block != nullptr && !database.isErased(blockRecord))
+        drawBlock(*block, {});
+    return std::move(result);
+}
+
+void WireframeBuilder::drawBlock(const dwg::BlockHeader& block, const Surroundings& around) {
+    for (const dwg::Handle handle : block.entities) {
+        if (result.cut)
+            return;
+        const dwg::Object* const object = database.live(handle);
+        if (object == nullptr || !object->isEntity())
+            continue;
+        if (around.depth == 0)
+            topEntity = database.id(handle);
+        drawEntity(*object, around);
+    }
+}
+
+dwg::Handle WireframeBuilder::layerOf(const dwg::Object& object, const Surroundings& around) const {
+    const dwg::Handle own = object.entity->layer.value;
+    if (around.layer == 0)
+        return own;
+    const auto* const layer = database.drawing.body<dwg::Layer>({0, own});
+    return layer == nullptr || layer->head.name == L"0" ? around.layer : own;
+}
+
+std::uint16_t WireframeBuilder::colourOf(const dwg::Object& object, dwg::Handle layer,
+                                         const Surroundings& around) const {
+    const auto indexOf = [](const dwg::Color& stored) {
+        if (!stored.hasRgb)
+            return static_cast<std::uint16_t>(std::abs(stored.index));
+        return nearestIndex({static_cast<std::uint8_t>(stored.rgb >> 16), static_cast<std::uint8_t>(stored.rgb >> 8),
+                             static_cast<std::uint8_t>(stored.rgb)});
+    };
+    std::uint16_t index = indexOf(object.entity->color);
+    if (index == colourByBlock)
+        return around.colour;
+    if (index == colourByLayer) {
+        const auto* const record = database.drawing.body<dwg::Layer>({0, layer});
+        index = record == nullptr ? colourForeground : indexOf(record->color);
+    }
+    return index == 0 || index >= colourByLayer ? colourForeground : index;
+}
+
+void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings& around) {
+    if ((object.entity->invisibility & 1) != 0)
+        return;
+    const dwg::Handle layer = layerOf(object, around);
+    const auto* const record = database.drawing.body<dwg::Layer>({0, layer});
+    const bool isFrozen = record != nullptr && (record->flags & dwg::Layer::frozen) != 0;
+    const bool isOff = record != nullptr && ((record->flags & dwg::Layer::off) != 0 || record->color.index < 0);
+    if (isFrozen)
+        return;
+    // An insert on a layer that is off hides only what takes its layer from it.
+    if (const auto* const insert = object.as<dwg::Insert>())
+        return drawInsert(object, *insert, around);
+    if (isOff)
+        return;
+    if (isDimension(object))
+        return drawDimension(object, around);
+    colour = colourOf(object, layer, around);
+    const Transform& to = around.transform;
+    const bool isNested = around.depth > 0;
+    constexpr std::uint8_t invisibleAttribute = 1, constantAttribute = 2;
+    std::visit(
+        [&](const auto& body) {
+            using Body = std::decay_t<decltype(body)>;
+            if constexpr (std::is_same_v<Body, dwg::Text>) {
+                draw(body.text, body.text.value, to);
+            } else if constexpr (std::is_same_v<Body, dwg::Attribute>) {
+                if ((body.flags & invisibleAttribute) == 0)
+                    draw(body.text, body.text.value, to);
+            } else if constexpr (std::is_same_v<Body, dwg::AttributeDefinition>) {
+                // In an insert the attributes stand for the definitions, but for constant ones.
+                if (!isNested)
+                    draw(body.attribute.text, body.attribute.tag, to);
+                else if ((body.attribute.flags & constantAttribute) != 0)
+                    draw(body.attribute.text, body.attribute.text.value, to);
+            } else if constexpr (requires { this->draw(body, to); }) {
+                draw(body, to);
+            }
+        },
+        object.body);
+}
+
+void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& insert, const Surroundings& around) {
+    const auto* const block = database.drawing.body<dwg::BlockHeader>(insert.block);
+    if (block == nullptr || database.isErased(insert.block.value) || around.depth >= limits.depth)
+        return;
+    const dwg::Handle layer = layerOf(object, around);
+    Surroundings inside = around;
+    inside.depth = around.depth + 1;
+    inside.layer = layer;
+    inside.colour = colourOf(object, layer, around);
+    const Transform plane = around.transform.after(planeToWorld(insert.extrusion));
+    const AcGePoint3d base = toPoint(block->basePoint);
+    for (int row = 0; row < insert.rows; ++row) {
+        for (int column = 0; column < insert.columns; ++column) {
+            if (++insertCount > mostInserts)
+                result.cut = true;
+            if (result.cut)
+                return;
+            inside.transform = plane.moved(toPoint(insert.position))
+                                   .turned(insert.rotation)
+                                   .moved({column * insert.columnSpacing, row * insert.rowSpacing, 0})
+                                   .scaled(toVector(insert.scale))
+                                   .moved({-base.x, -base.y, -base.z});
+            drawBlock(*block, inside);
+        }
+    }
+    for (const dwg::Handle part : insert.attributes.parts) {
+        const dwg::Object* const attribute = database.live(part);
+        if (attribute != nullptr && attribute->as<dwg::Attribute>() != nullptr)
+            drawEntity(*attribute, around);
+    }
+}
+
+// A dimension isn't decoded, but the block that shows it is among its references, in world coordinates.
+void WireframeBuilder::drawDimension(const dwg::Object& object, const Surroundings& around) {
+    const auto* const carried = object.as<dwg::Carried>();
+    if (carried == nullptr || around.depth >= limits.depth)
+        return;
+    for (const dwg::HandleRef reference : carried->references) {
+        const auto* const block = database.drawing.body<dwg::BlockHeader>(reference);
+        if (block == nullptr || !block->anonymous)
+            continue;
+        Surroundings inside = around;
+        inside.depth = around.depth + 1;
+        inside.layer = layerOf(object, around);
+        inside.colour = colourOf(object, inside.layer, around);
+        return drawBlock(*block, inside);
+    }
+}
+
+void WireframeBuilder::stroke(std::vector<AcGePoint3d> points, bool filled) {
+    const bool isFinite =
+        std::ranges::all_of(points, [](const AcGePoint3d& p) { return std::isfinite(p.x + p.y + p.z); });
+    if (points.empty() || !isFinite)
+        return;
+    pointCount += points.size();
+    if (pointCount > limits.points) {
+        result.cut = true;
+        return;
+    }
+    result.strokes.push_back({std::move(points), colour, filled, topEntity});
+}
+
+void WireframeBuilder::text(std::wstring content, const AcGePoint3d& position, const AcGeVector3d& along,
+                            const AcGeVector3d& up) {
+    if (content.empty() || !std::isfinite(position.x + position.y + along.x + along.y + up.x + up.y))
+        return;
+    pointCount += content.size();
+    if (pointCount > limits.points) {
+        result.cut = true;
+        return;
+    }
+    result.texts.push_back({std::move(content), position, along, up, colour, topEntity});
+}
+
+} // namespace editor

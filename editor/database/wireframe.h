@@ -1,0 +1,67 @@
+#pragma once
+
+#include "editor/sdk/db.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace editor {
+
+/// One run of straight pieces in world coordinates; curves are already broken into pieces. A single point is a mark.
+struct Stroke {
+    std::vector<AcGePoint3d> points;
+    /// 1 to 255, BYLAYER and BYBLOCK already resolved.
+    std::uint16_t colour = 7;
+    /// The inside of the closed run is filled.
+    bool filled = false;
+    /// The entity of the drawn block record that it comes from: an insert for all that its definition draws.
+    AcDbObjectId entity;
+};
+
+/// One line of text. `position` is the left end of its baseline.
+struct TextItem {
+    std::wstring content;
+    AcGePoint3d position;
+    /// Directions of the baseline and of the letters' uprights; their lengths are the width of an average letter and
+    /// the height of a capital, in drawing units, so that mirrored and stretched text needs nothing more.
+    AcGeVector3d along, up;
+    std::uint16_t colour = 7;
+    AcDbObjectId entity;
+
+    double height() const { return up.length(); }
+    /// Radians from the world's x axis.
+    double angle() const;
+};
+
+struct Extents {
+    AcGePoint3d lowest, highest;
+    bool empty = true;
+    void add(const AcGePoint3d& point);
+};
+
+struct Wireframe {
+    std::vector<Stroke> strokes;
+    std::vector<TextItem> texts;
+    /// More than the limit: the rest wasn't drawn.
+    bool cut = false;
+
+    /// The box around all strokes and texts.
+    Extents extents() const;
+};
+
+struct WireframeLimits {
+    /// Inserts within inserts.
+    int depth = 16;
+    std::size_t points = 2'000'000;
+};
+
+/// What a block record shows: LINE, CIRCLE, ARC, ELLIPSE, POINT, LWPOLYLINE with bulges, TEXT, MTEXT, ATTRIB, SOLID and
+/// all that inserts bring, in drawing order. Entities on layers that are off or frozen are left out, undecoded ones
+/// too. An id that names no block record gives nothing. Reads the database, so it belongs on its thread.
+Wireframe wireframeOf(AcDbObjectId blockRecord, const WireframeLimits& limits = {});
+
+/// The wireframe of the model space.
+Wireframe wireframeOfModelSpace(const AcDbDatabase& database, const WireframeLimits& limits = {});
+
+} // namespace editor

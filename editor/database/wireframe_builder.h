@@ -1,0 +1,65 @@
+#pragma once
+
+#include "editor/database/database_state.h"
+#include "editor/database/transform.h"
+#include "editor/database/wireframe.h"
+
+namespace editor {
+
+/// Draws entity after entity into a Wireframe.
+class WireframeBuilder {
+public:
+    WireframeBuilder(const AcDbDatabase::Impl& of, const WireframeLimits& bounds) : database(of), limits(bounds) {}
+
+    Wireframe draw(dwg::Handle blockRecord);
+
+private:
+    /// What an entity takes from the inserts around it.
+    struct Surroundings {
+        Transform transform;
+        std::uint16_t colour = 7;
+        /// The layer that stands for "0"; 0 outside of inserts.
+        dwg::Handle layer = 0;
+        int depth = 0;
+    };
+
+    void drawBlock(const dwg::BlockHeader& block, const Surroundings& around);
+    void drawEntity(const dwg::Object& object, const Surroundings& around);
+    void drawInsert(const dwg::Object& object, const dwg::Insert& insert, const Surroundings& around);
+    void drawDimension(const dwg::Object& object, const Surroundings& around);
+
+    void draw(const dwg::Line& line, const Transform& to);
+    void draw(const dwg::Circle& circle, const Transform& to);
+    void draw(const dwg::Arc& arc, const Transform& to);
+    void draw(const dwg::Ellipse& ellipse, const Transform& to);
+    void draw(const dwg::PointEntity& point, const Transform& to);
+    void draw(const dwg::Solid& solid, const Transform& to);
+    void draw(const dwg::Face3d& face, const Transform& to);
+    void draw(const dwg::LightweightPolyline& polyline, const Transform& to);
+    void draw(const dwg::Polyline2d& polyline, const Transform& to);
+    void draw(const dwg::Polyline3d& polyline, const Transform& to);
+    void draw(const dwg::TextFields& text, const std::wstring& content, const Transform& to);
+    void draw(const dwg::MultilineText& text, const Transform& to);
+
+    void arc(const Transform& to, AcGePoint3d center, const AcGeVector3d& xAxis, const AcGeVector3d& yAxis,
+             double start, double sweep, std::vector<AcGePoint3d>& points) const;
+    /// A piece of a polyline behind its first point: straight, or an arc by its bulge.
+    void piece(const Transform& to, dwg::Point2 from, dwg::Point2 end, double elevation, double bulge,
+               std::vector<AcGePoint3d>& points) const;
+    void stroke(std::vector<AcGePoint3d> points, bool filled = false);
+    void text(std::wstring content, const AcGePoint3d& position, const AcGeVector3d& along, const AcGeVector3d& up);
+
+    dwg::Handle layerOf(const dwg::Object& object, const Surroundings& around) const;
+    std::uint16_t colourOf(const dwg::Object& object, dwg::Handle layer, const Surroundings& around) const;
+
+    const AcDbDatabase::Impl& database;
+    const WireframeLimits limits;
+    Wireframe result;
+    std::size_t pointCount = 0;
+    std::size_t insertCount = 0;
+    /// Of the entity that is being drawn.
+    std::uint16_t colour = 7;
+    AcDbObjectId topEntity;
+};
+
+} // namespace editor

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "editor/dwg/model.h"
+#include "editor/dwg/summary_texts.h"
+
+/// The summary of a drawing of release AC1015: a list of values under "DWGPROPS" in the named-objects dictionary.
+/// Later releases keep a section instead.
+namespace dwg {
+
+/// Empty texts where the drawing has no summary, or one that isn't understood.
+SummaryTexts readSummaryRecord(const Drawing& drawing);
+
+/// Puts the texts into the drawing's summary, which is made where there is none; what else it holds stays. `missing`
+/// for a drawing without a named-objects dictionary.
+Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts);
+
+} // namespace dwg

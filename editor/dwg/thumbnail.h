@@ -1,0 +1,23 @@
+#pragma once
+
+#include "editor/dwg/drawing_file.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace dwg {
+
+/// A picture that a drawing embeds: an image_code and its bytes.
+struct Picture {
+    std::uint8_t code = 0;
+    Bytes bytes;
+    bool operator==(const Picture&) const = default;
+};
+
+/// The pictures of a drawing file, without the header data entry. Entries that reach outside the file are left out.
+Result<std::vector<Picture>> readPictures(const Source& source);
+
+/// The image section as it lies in the file at `address`: a header data entry of 80 zero bytes, then the pictures.
+Bytes writeImageSection(const std::vector<Picture>& pictures, std::uint32_t address);
+
+} // namespace dwg
