@@ -42,8 +42,8 @@ private:
 };
 
 std::wstring Reading::DrawingPath() const {
-    const std::wstring folder = platform::FindPath(task.folder).value_or(task.folder);
-    return platform::Join(folder, task.block.name + L".dwg");
+    const std::wstring told = platform::Join(task.folder, task.block.name + L".dwg");
+    return platform::FindPath(told).value_or(told);
 }
 
 void Reading::Run() {
