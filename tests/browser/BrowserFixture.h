@@ -1,0 +1,54 @@
+#pragma once
+
+#include "editor/application/editor.h"
+#include "tessaro/browser/BlockDlg.h"
+#include "tessaro/browser/BlockDlgControls.h"
+#include "tests/support/TemporaryFolder.h"
+
+#include <functional>
+#include <gtest/gtest.h>
+
+class Directory;
+
+/// The dialog in the real editor, with its real worker, over temporary folders.
+class Browser : public testing::Test {
+protected:
+    Browser();
+    ~Browser() override;
+
+    /// A folder of drawings of the release 2000, each of some bytes that hold nothing more than their mark, and its
+    /// Directory at the end of the catalogue. `mark` is the version mark.
+    Directory* AddFolder(const std::wstring& description, const std::vector<std::string>& names,
+                         const std::string& mark = "AC1015");
+    /// Opens the dialog, carries the script out in its modal loop and closes the dialog where the script did not.
+    void Run(const std::function<void(BlockDlg&)>& script);
+    /// Lets the modal loop run until the condition holds; fails after ten seconds.
+    static bool WaitFor(const std::function<bool()>& condition);
+    /// Until the shown directory has its rows and its pass is through.
+    static bool WaitLoaded(const Directory* directory);
+
+    tests::TemporaryFolder folder;
+    editor::Editor host;
+    AcDbDatabase* drawing = nullptr;
+};
+
+/// Shows and answers the next message box with its button of that text; keeps what it said.
+class MessageAnswer {
+public:
+    explicit MessageAnswer(const QString& button);
+    QString Text() const { return *text; }
+
+private:
+    std::shared_ptr<QString> text;
+};
+
+/// Texts of the menu that opens next, top level and submenus ("Sort/Size"), greyed ones in brackets, checked ones with
+/// an asterisk. Then picks an entry (with its path) or dismisses the menu.
+class MenuAnswer {
+public:
+    explicit MenuAnswer(const QString& entry = {});
+    QStringList Texts() const { return *texts; }
+
+private:
+    std::shared_ptr<QStringList> texts;
+};
