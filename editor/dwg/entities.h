@@ -18,6 +18,7 @@ struct Line {
     Point3 start, end;
     double thickness = 0;
     Point3 extrusion = zAxis;
+    bool operator==(const Line&) const = default;
 };
 
 struct Circle {
@@ -25,6 +26,7 @@ struct Circle {
     double radius = 0;
     double thickness = 0;
     Point3 extrusion = zAxis;
+    bool operator==(const Circle&) const = default;
 };
 
 struct Arc {
@@ -33,6 +35,7 @@ struct Arc {
     double thickness = 0;
     Point3 extrusion = zAxis;
     double startAngle = 0, endAngle = 0;
+    bool operator==(const Arc&) const = default;
 };
 
 struct Ellipse {
@@ -42,6 +45,7 @@ struct Ellipse {
     Point3 extrusion = zAxis;
     double axisRatio = 1;
     double startAngle = 0, endAngle = 0;
+    bool operator==(const Ellipse&) const = default;
 };
 
 struct PointEntity {
@@ -49,6 +53,7 @@ struct PointEntity {
     double thickness = 0;
     Point3 extrusion = zAxis;
     double xAxisAngle = 0;
+    bool operator==(const PointEntity&) const = default;
 };
 
 /// SOLID and TRACE. The third and fourth corner are crossed over: the outline is 0, 1, 3, 2.
@@ -57,17 +62,20 @@ struct Solid {
     double elevation = 0;
     std::array<Point2, 4> corners;
     Point3 extrusion = zAxis;
+    bool operator==(const Solid&) const = default;
 };
 
 struct Face3d {
     std::array<Point3, 4> corners;
     std::uint16_t invisibleEdges = 0;
+    bool operator==(const Face3d&) const = default;
 };
 
 /// RAY and XLINE.
 struct Ray {
     Point3 point;
     Point3 direction;
+    bool operator==(const Ray&) const = default;
 };
 
 struct LightweightPolyline {
@@ -76,6 +84,7 @@ struct LightweightPolyline {
 
     struct Width {
         double start = 0, end = 0;
+        bool operator==(const Width&) const = default;
     };
 
     /// Only the bits above. Which of the fields below are stored follows from their values.
@@ -88,6 +97,7 @@ struct LightweightPolyline {
     /// One for each point, or none at all.
     std::vector<double> bulges;
     std::vector<Width> widths;
+    bool operator==(const LightweightPolyline&) const = default;
 };
 
 /// What TEXT, ATTRIB and ATTDEF share.
@@ -103,10 +113,12 @@ struct TextFields {
     std::uint16_t generation = 0;
     std::uint16_t horizontal = 0, vertical = 0;
     HandleRef style{handle_code::hardPointer};
+    bool operator==(const TextFields&) const = default;
 };
 
 struct Text {
     TextFields text;
+    bool operator==(const Text&) const = default;
 };
 
 struct Attribute {
@@ -114,11 +126,13 @@ struct Attribute {
     std::wstring tag;
     std::uint16_t fieldLength = 0;
     std::uint8_t flags = 0;
+    bool operator==(const Attribute&) const = default;
 };
 
 struct AttributeDefinition {
     Attribute attribute;
     std::wstring prompt;
+    bool operator==(const AttributeDefinition&) const = default;
 };
 
 struct MultilineText {
@@ -135,6 +149,7 @@ struct MultilineText {
     double lineSpacingFactor = 1;
     bool unknown = false;
     HandleRef style{handle_code::hardPointer};
+    bool operator==(const MultilineText&) const = default;
 };
 
 /// The entities that hang on another one: the attributes of an insertion, the vertices of a polyline. `parts` is the
@@ -143,6 +158,7 @@ struct OwnedChain {
     HandleRef first{handle_code::softPointer}, last{handle_code::softPointer};
     HandleRef sequenceEnd{handle_code::hardOwner};
     std::vector<Handle> parts;
+    bool operator==(const OwnedChain&) const = default;
 };
 
 struct Insert {
@@ -157,6 +173,7 @@ struct Insert {
     /// Stored where the insertion has attributes.
     bool hasAttributes = false;
     OwnedChain attributes;
+    bool operator==(const Insert&) const = default;
 };
 
 struct Polyline2d {
@@ -167,6 +184,7 @@ struct Polyline2d {
     double elevation = 0;
     Point3 extrusion = zAxis;
     OwnedChain vertices;
+    bool operator==(const Polyline2d&) const = default;
 };
 
 struct Polyline3d {
@@ -174,11 +192,13 @@ struct Polyline3d {
     /// Bit 0: closed.
     std::uint8_t closeFlags = 0;
     OwnedChain vertices;
+    bool operator==(const Polyline3d&) const = default;
 };
 
 struct PolyfaceMesh {
     std::uint16_t vertexCount = 0, faceCount = 0;
     OwnedChain vertices;
+    bool operator==(const PolyfaceMesh&) const = default;
 };
 
 struct PolygonMesh {
@@ -187,6 +207,7 @@ struct PolygonMesh {
     std::uint16_t rows = 0, columns = 0;
     std::uint16_t rowDensity = 0, columnDensity = 0;
     OwnedChain vertices;
+    bool operator==(const PolygonMesh&) const = default;
 };
 
 struct Vertex2d {
@@ -195,25 +216,33 @@ struct Vertex2d {
     double startWidth = 0, endWidth = 0;
     double bulge = 0;
     double tangent = 0;
+    bool operator==(const Vertex2d&) const = default;
 };
 
 /// Vertices of 3D polylines, polygon meshes and polyface meshes.
 struct Vertex3d {
     std::uint8_t flags = 0;
     Point3 position;
+    bool operator==(const Vertex3d&) const = default;
 };
 
 /// Vertex numbers from 1; negative for an invisible edge, 0 for none.
 struct PolyfaceFace {
     std::array<std::int16_t, 4> vertices{};
+    bool operator==(const PolyfaceFace&) const = default;
 };
 
 /// BLOCK: the opening frame of a block record.
 struct BlockBegin {
     std::wstring name;
+    bool operator==(const BlockBegin&) const = default;
 };
 
-struct BlockEnd {};
-struct SequenceEnd {};
+struct BlockEnd {
+    bool operator==(const BlockEnd&) const = default;
+};
+struct SequenceEnd {
+    bool operator==(const SequenceEnd&) const = default;
+};
 
 } // namespace dwg

@@ -27,10 +27,11 @@
 namespace dwg {
 
 /// The body of an object that isn't decoded: the bits behind the data that all objects have, and its references. It
-/// is written as it is into a drawing of the release it comes from; `release` tells which that is.
+/// is written as it is into a drawing of the release it comes from.
 struct Carried {
     Bits bits;
     std::vector<HandleRef> references;
+    bool operator==(const Carried&) const = default;
 };
 
 using Body = std::variant<Carried, Line, Circle, Arc, Ellipse, PointEntity, Solid, Face3d, Ray, LightweightPolyline,
@@ -43,6 +44,7 @@ using Body = std::variant<Carried, Line, Circle, Arc, Ellipse, PointEntity, Soli
 struct ExtendedData {
     HandleRef application{handle_code::hardPointer};
     std::vector<std::uint8_t> data;
+    bool operator==(const ExtendedData&) const = default;
 };
 
 /// How an entity gets its linetype or plot style.
@@ -72,6 +74,7 @@ struct EntityData {
     /// above, and not stored. linkEntities() brings them in line with the order of entities.
     bool noLinks = true;
     HandleRef previous{handle_code::softPointer}, next{handle_code::softPointer};
+    bool operator==(const EntityData&) const = default;
 };
 
 struct Object {

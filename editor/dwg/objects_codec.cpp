@@ -209,6 +209,19 @@ template <class Stream> void transferBody(Stream& s, Body& body, std::uint16_t t
     std::visit([&s, type](auto& known) { transfer(s, known, type); }, body);
 }
 
+/// What the format has no room for; null where it has room for all.
+const char* reasonNotStored(const Object& object) {
+    constexpr std::size_t mostExtendedData = 0xFFFF;
+    constexpr std::size_t mostDashes = 0xFF;
+    for (const ExtendedData& values : object.extendedData) {
+        if (values.data.size() > mostExtendedData)
+            return " has more extended data of one application than can be stored";
+    }
+    if (const auto* const linetype = object.as<Linetype>(); linetype != nullptr && linetype->dashes.size() > mostDashes)
+        return " has more dashes than can be stored";
+    return nullptr;
+}
+
 /// Whether nothing but filling is left.
 bool atEnd(const ObjectReader& s) {
     return !s.failed() && s.data.remaining() == 0 && s.handles.remaining() < 8;
@@ -261,6 +274,8 @@ Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectCo
 Result<Bits> encodeObject(const Object& object, const ObjectContext& context) {
     if (context.release != Release::r2000)
         return Error{ErrorKind::unsupported, "release not written at object level yet", 0};
+    if (const char* const reason = reasonNotStored(object))
+        return Error{ErrorKind::invalid, objectPlace(object.handle) + reason, 0};
     ObjectWriter s(object, context.codePage);
     // The walk is shared with reading, which needs the fields writable; a writer changes none but derived ones.
     Object fields = object;

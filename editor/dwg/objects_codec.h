@@ -29,7 +29,8 @@ Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectCo
                             std::optional<Finding>* finding = nullptr);
 
 /// Encodes an object from its fields, whatever its kept record. What fills up the last byte isn't part of the object
-/// and may differ from the record that was read. `unsupported` for a release whose objects aren't written here.
+/// and may differ from the record that was read. `unsupported` for a release whose objects aren't written here,
+/// `invalid` for lists that the format has no room for.
 Result<Bits> encodeObject(const Object& object, const ObjectContext& context);
 
 /// The bytes to store: the kept record, or the object encoded when there is none.

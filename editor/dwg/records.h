@@ -18,6 +18,7 @@ struct RecordHead {
     bool dependent = false;
     /// The block record of that external reference; null for the drawing's own.
     HandleRef externalReference{handle_code::hardPointer};
+    bool operator==(const RecordHead&) const = default;
 };
 
 /// A table of any type but blocks and dimension styles.
@@ -25,11 +26,13 @@ struct TableControl {
     std::vector<HandleRef> records;
     /// Further references: the two standing linetypes ByBlock and ByLayer, in this order.
     std::vector<HandleRef> standing;
+    bool operator==(const TableControl&) const = default;
 };
 
 struct BlockControl {
     std::vector<HandleRef> records;
     HandleRef modelSpace{handle_code::hardOwner}, paperSpace{handle_code::hardOwner};
+    bool operator==(const BlockControl&) const = default;
 };
 
 struct BlockHeader {
@@ -51,6 +54,7 @@ struct BlockHeader {
     HandleRef layout{handle_code::hardPointer};
     /// The block's entities in their order, without the frame and without parts of entities.
     std::vector<Handle> entities;
+    bool operator==(const BlockHeader&) const = default;
 };
 
 struct Layer {
@@ -66,6 +70,7 @@ struct Layer {
     Color color{7};
     HandleRef plotStyle{handle_code::hardPointer};
     HandleRef linetype{handle_code::hardPointer};
+    bool operator==(const Layer&) const = default;
 };
 
 struct Linetype {
@@ -76,6 +81,7 @@ struct Linetype {
         double scale = 0, rotation = 0;
         std::uint16_t flags = 0;
         HandleRef style{handle_code::hardPointer};
+        bool operator==(const Dash&) const = default;
     };
 
     RecordHead head;
@@ -85,6 +91,7 @@ struct Linetype {
     std::vector<Dash> dashes;
     /// Texts of complex dashes, as stored.
     std::array<std::uint8_t, 256> texts{};
+    bool operator==(const Linetype&) const = default;
 };
 
 struct TextStyle {
@@ -97,6 +104,7 @@ struct TextStyle {
     std::uint8_t generation = 0;
     double lastHeight = 0;
     std::wstring fontFile, bigFontFile;
+    bool operator==(const TextStyle&) const = default;
 };
 
 /// A record of the viewport table: a tile of the model view.
@@ -135,11 +143,13 @@ struct ViewportRecord {
     HandleRef namedUcs{handle_code::hardPointer}, baseUcs{handle_code::hardPointer};
 
     static constexpr Point3 zDirection{0, 0, 1};
+    bool operator==(const ViewportRecord&) const = default;
 };
 
 struct ApplicationRecord {
     RecordHead head;
     std::uint8_t unknown = 0;
+    bool operator==(const ApplicationRecord&) const = default;
 };
 
 /// A record of the tables of views, coordinate systems, dimension styles and viewport entities: its head is decoded,
@@ -148,12 +158,14 @@ struct OtherRecord {
     RecordHead head;
     Bits rest;
     std::vector<HandleRef> references;
+    bool operator==(const OtherRecord&) const = default;
 };
 
 struct Dictionary {
     struct Item {
         std::wstring name;
         HandleRef object;
+        bool operator==(const Item&) const = default;
     };
 
     /// What becomes of an entry when its dictionary is cloned.
@@ -163,6 +175,7 @@ struct Dictionary {
     /// Class ACDBDICTIONARYWDFLT only.
     bool hasDefault = false;
     HandleRef byDefault{handle_code::hardPointer};
+    bool operator==(const Dictionary&) const = default;
 };
 
 /// XRECORD: a list of typed values, kept as stored.
@@ -171,9 +184,12 @@ struct DataRecord {
     std::uint16_t cloning = 1;
     /// Objects that the values refer to.
     std::vector<HandleRef> references;
+    bool operator==(const DataRecord&) const = default;
 };
 
-struct Placeholder {};
+struct Placeholder {
+    bool operator==(const Placeholder&) const = default;
+};
 
 struct PlotSettings {
     std::wstring pageSetup, printer;
@@ -190,6 +206,7 @@ struct PlotSettings {
     std::uint16_t scaleType = 0;
     double scale = 1;
     Point2 imageOrigin;
+    bool operator==(const PlotSettings&) const = default;
 };
 
 struct Layout {
@@ -207,6 +224,7 @@ struct Layout {
     HandleRef blockRecord{handle_code::softPointer};
     HandleRef lastViewport{handle_code::softPointer};
     HandleRef baseUcs{handle_code::hardPointer}, namedUcs{handle_code::hardPointer};
+    bool operator==(const Layout&) const = default;
 };
 
 } // namespace dwg

@@ -1,0 +1,284 @@
+#include "tests/dwg/model_support.h"
+
+#include "editor/dwg/objects_codec.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace dwg;
+
+/// The classes that the objects of these tests belong to.
+Drawing drawingWithClasses() {
+    Drawing drawing;
+    drawing.classes = {{500, 0, L"", L"", L"ACDBDICTIONARYWDFLT", false, ObjectClass::objectItem},
+                       {501, 0, L"", L"", L"WIPEOUT", false, ObjectClass::entityItem}};
+    return drawing;
+}
+
+Object entityOf(std::uint16_t type, Body body) {
+    Object object;
+    object.handle = 0x30;
+    object.type = type;
+    object.entity.emplace();
+    object.entity->space = Space::model;
+    object.entity->layer.value = 0x10;
+    object.body = std::move(body);
+    return object;
+}
+
+Object objectOf(std::uint16_t type, Body body) {
+    Object object;
+    object.handle = 0x30;
+    object.type = type;
+    object.owner = {handle_code::softPointer, 0x1};
+    object.body = std::move(body);
+    return object;
+}
+
+TextFields someText() {
+    TextFields text;
+    text.elevation = 3;
+    text.insertion = {1, 2};
+    text.alignment = {5, 6};
+    text.extrusion = {0, 1, 0};
+    text.thickness = 0.5;
+    text.oblique = 0.1;
+    text.rotation = 0.2;
+    text.height = 2.5;
+    text.widthFactor = 0.8;
+    text.value = L"Stück \u0416";
+    text.generation = 2;
+    text.horizontal = 1;
+    text.vertical = 3;
+    text.style.value = 0x11;
+    return text;
+}
+
+OwnedChain chainOfEnds() {
+    OwnedChain chain;
+    chain.first.value = 0x40;
+    chain.last.value = 0x42;
+    chain.sequenceEnd.value = 0x43;
+    return chain;
+}
+
+RecordHead someHead() {
+    return {L"name", true, 3, true, {handle_code::hardPointer, 0x77}};
+}
+
+std::vector<Object> everyKindOfObject() {
+    using namespace object_type;
+    std::vector<Object> all;
+    const auto entity = [&all](std::uint16_t type, Body body) { all.push_back(entityOf(type, std::move(body))); };
+    const auto object = [&all](std::uint16_t type, Body body) { all.push_back(objectOf(type, std::move(body))); };
+
+    entity(line, Line{{1, 2, 3}, {4, 2, 5}, 0.5, {0, 1, 0}});
+    entity(line, Line{{1, 2, 0}, {4, 2, 0}, 0, {0, 0, 1}});
+    entity(circle, Circle{{1, 2, 3}, 4, 5, {1, 0, 0}});
+    entity(arc, Arc{{1, 2, 3}, 4, 5, {1, 0, 0}, 0.25, 3});
+    entity(ellipse, Ellipse{{1, 2, 3}, {4, 5, 6}, {0, 1, 0}, 0.5, 0.25, 3});
+    entity(point, PointEntity{{1, 2, 3}, 4, {0, 1, 0}, 0.5});
+    entity(solid, Solid{1, 2, {{{1, 2}, {3, 4}, {5, 6}, {7, 8}}}, {0, 1, 0}});
+    entity(trace, Solid{});
+    entity(face3d, Face3d{{{{1, 2, 3}, {1, 5, 3}, {6, 5, 3}, {6, 5, 4}}}, 5});
+    entity(face3d, Face3d{});
+    entity(ray, Ray{{1, 2, 3}, {0, 1, 0}});
+    entity(constructionLine, Ray{{1, 2, 3}, {0, 1, 0}});
+
+    LightweightPolyline polyline;
+    entity(lightweightPolyline, polyline);
+    polyline.flags = LightweightPolyline::closed | LightweightPolyline::linetypeGeneration;
+    polyline.constantWidth = 1.5;
+    polyline.elevation = 2;
+    polyline.thickness = 3;
+    polyline.extrusion = {0, 1, 0};
+    polyline.points = {{1, 2}, {1, 3}, {4, 3}};
+    polyline.bulges = {0, 1, -0.5};
+    polyline.widths = {{1, 2}, {0, 0}, {3, 4}};
+    entity(lightweightPolyline, polyline);
+
+    Attribute attributeBody{someText(), L"TAG", 7, 9};
+    entity(text, Text{someText()});
+    entity(text, Text{});
+    entity(attribute, attributeBody);
+    entity(attributeDefinition, AttributeDefinition{attributeBody, L"Prompt?"});
+    entity(multilineText, MultilineText{{1, 2, 3},
+                                        {0, 1, 0},
+                                        {0, 0, 1},
+                                        10,
+                                        2.5,
+                                        4,
+                                        5,
+                                        6,
+                                        7,
+                                        L"a\\Pb",
+                                        2,
+                                        1.5,
+                                        true,
+                                        {handle_code::hardPointer, 0x11}});
+
+    for (const Point3 scale : {Point3{1, 1, 1}, Point3{2, 2, 2}, Point3{1, 2, 3}, Point3{2, 2, 3}, Point3{-1, 1, 1}}) {
+        Insert insertBody;
+        insertBody.position = {1, 2, 3};
+        insertBody.scale = scale;
+        insertBody.rotation = 0.5;
+        insertBody.block.value = 0x1F;
+        entity(insert, insertBody);
+        insertBody.hasAttributes = true;
+        insertBody.attributes = chainOfEnds();
+        entity(insert, insertBody);
+        insertBody.columns = 3;
+        insertBody.rows = 4;
+        insertBody.columnSpacing = 5;
+        insertBody.rowSpacing = 6;
+        entity(multipleInsert, insertBody);
+    }
+    entity(polyline2d, Polyline2d{1, 2, 3, 4, 5, 6, {0, 1, 0}, chainOfEnds()});
+    entity(polyline3d, Polyline3d{4, 1, chainOfEnds()});
+    entity(polyface, PolyfaceMesh{8, 6, chainOfEnds()});
+    entity(polygonMesh, PolygonMesh{1, 5, 3, 4, 6, 7, chainOfEnds()});
+    entity(vertex2d, Vertex2d{1, {1, 2, 3}, 4, 5, 0.5, 0.25});
+    entity(vertex2d, Vertex2d{1, {1, 2, 3}, 4, 4, 0.5, 0.25});
+    entity(vertex2d, Vertex2d{});
+    entity(vertex3d, Vertex3d{32, {1, 2, 3}});
+    entity(meshVertex, Vertex3d{64, {1, 2, 3}});
+    entity(polyfaceVertex, Vertex3d{192, {1, 2, 3}});
+    entity(polyfaceFace, PolyfaceFace{{1, -2, 300, 0}});
+    entity(block, BlockBegin{L"*Model_Space"});
+    entity(endBlock, BlockEnd{});
+    entity(sequenceEnd, SequenceEnd{});
+
+    BlockHeader header;
+    header.head = someHead();
+    header.anonymous = header.hasAttributes = header.loaded = true;
+    header.basePoint = {1, 2, 3};
+    header.path = L"C:\\a.dwg";
+    header.description = L"A chair";
+    header.preview = {1, 2, 3};
+    header.begin.value = 0x20;
+    header.end.value = 0x21;
+    header.first.value = header.last.value = 0x50;
+    header.insertions = {{4, 0x60}, {4, 0x61}};
+    header.layout.value = 0x22;
+    object(blockHeader, header);
+    header.isExternalReference = true;
+    header.first = header.last = HandleRef{handle_code::softPointer};
+    object(blockHeader, header);
+
+    object(blockControl, BlockControl{{{2, 0x50}}, {3, 0x1F}, {3, 0x1B}});
+    object(layerControl, TableControl{{{2, 0x10}, {2, 0x51}}, {}});
+    object(linetypeControl, TableControl{{{2, 0x16}}, {{3, 0x14}, {3, 0x15}}});
+    object(layer, Layer{someHead(), 0x3F1, Color{-3}, {5, 0xF}, {5, 0x16}});
+    Linetype dashed{someHead(),
+                    L"Dashed __ __",
+                    0.75,
+                    'A',
+                    {{0.5, 0, {}, 1, 0, 0, {5, 0}}, {-0.25, 3, {1, 2}, 1, 0.5, 4, {5, 0x11}}},
+                    {}};
+    dashed.texts[0] = 'x';
+    object(linetype, dashed);
+    object(style, TextStyle{someHead(), true, true, 1, 2, 0.5, 3, 4, L"arial.ttf", L"big.shx"});
+    ViewportRecord viewport;
+    viewport.head = someHead();
+    viewport.height = 9;
+    viewport.width = 18;
+    viewport.viewMode = {true, false, true, false};
+    viewport.snapPair = 2;
+    viewport.namedUcs.value = 0x66;
+    object(viewportRecord, viewport);
+    object(application, ApplicationRecord{someHead(), 5});
+    object(ucs, OtherRecord{someHead(), {{0xA0}, 3}, {{5, 1}, {5, 2}}});
+    object(dictionary, Dictionary{1, 0, {{L"ACAD_GROUP", {2, 0xD}}, {L"DWGPROPS", {2, 0x70}}}, false, {5}});
+    object(500, Dictionary{1, 1, {{L"Normal", {2, 0xF}}}, true, {5, 0xF}});
+    object(record, DataRecord{{1, 0, 2, 0, 30, 'a', 'b'}, 1, {{4, 0x10}, {4, 0x11}}});
+    object(placeholder, Placeholder{});
+    Layout layoutBody;
+    layoutBody.plot.printer = L"none_device";
+    layoutBody.plot.windowMaximum = {2, 3};
+    layoutBody.name = L"Layout1";
+    layoutBody.tabOrder = 2;
+    layoutBody.extentsMaximum = {1, 2, 3};
+    layoutBody.blockRecord.value = 0x1B;
+    object(layout, layoutBody);
+    entity(501, Carried{{{0xDE, 0xAD, 0x80}, 17}, {{5, 0x20}, {4, 0x21}}});
+    object(77 + 600, Carried{{{0xF0}, 4}, {}});
+    return all;
+}
+
+std::string describe(const Drawing& drawing, const Object& object) {
+    return typeName(drawing, object) + " with body " + std::to_string(object.body.index());
+}
+
+TEST(EntityBodies, EveryKindIsDecodedAsItWasEncoded) {
+    const Drawing drawing = drawingWithClasses();
+    const ObjectContext context(drawing);
+    for (const Object& object : everyKindOfObject()) {
+        SCOPED_TRACE(describe(drawing, object));
+        const auto record = encodeObject(object, context);
+        ASSERT_TRUE(record.ok());
+        std::optional<Finding> finding;
+        const auto decoded = decodeObject(record->bytes, context, &finding);
+        ASSERT_TRUE(decoded.ok()) << decoded.error().reason;
+        EXPECT_FALSE(finding.has_value());
+        EXPECT_EQ(decoded->type, object.type);
+        EXPECT_EQ(decoded->handle, object.handle);
+        EXPECT_EQ(decoded->entity, object.entity);
+        EXPECT_EQ(decoded->body.index(), object.body.index());
+        EXPECT_TRUE(decoded->body == object.body);
+        EXPECT_EQ(tests::hex(encodeObject(*decoded, context)->bytes), tests::hex(record->bytes));
+    }
+}
+
+TEST(EntityBodies, CutAnywhereARecordIsAnErrorOrCarriedAndNeverMore) {
+    const Drawing drawing = drawingWithClasses();
+    const ObjectContext context(drawing);
+    for (const Object& object : everyKindOfObject()) {
+        const auto record = encodeObject(object, context)->bytes;
+        for (std::size_t size = 0; size < record.size(); ++size) {
+            const auto decoded = decodeObject(std::span(record).first(size), context);
+            EXPECT_TRUE(!decoded.ok() || decoded->record.size() == size) << describe(drawing, object);
+        }
+    }
+}
+
+TEST(EntityBodies, AnyFlippedBitIsReadOrRefusedAndWhatIsReadIsWrittenAgain) {
+    const Drawing drawing = drawingWithClasses();
+    const ObjectContext context(drawing);
+    for (const Object& object : everyKindOfObject()) {
+        const auto record = encodeObject(object, context)->bytes;
+        for (std::size_t bit = 0; bit < record.size() * 8; ++bit) {
+            auto flipped = record;
+            flipped[bit / 8] ^= static_cast<std::uint8_t>(0x80 >> bit % 8);
+            const auto decoded = decodeObject(flipped, context);
+            if (!decoded.ok())
+                continue;
+            const auto again = encodeObject(*decoded, context);
+            ASSERT_TRUE(again.ok());
+            EXPECT_TRUE(decodeObject(again->bytes, context).ok()) << describe(drawing, object) << " bit " << bit;
+        }
+    }
+}
+
+TEST(EntityBodies, ABodyThatDoesNotFitItsTypeIsCarriedWithAFinding) {
+    const Drawing drawing = drawingWithClasses();
+    const ObjectContext context(drawing);
+    const Object odd = entityOf(object_type::circle, Carried{{{0xFF, 0xC0}, 10}, {{5, 0x33}}});
+    const auto record = encodeObject(odd, context);
+    std::optional<Finding> finding;
+    const auto decoded = decodeObject(record->bytes, context, &finding);
+    ASSERT_TRUE(decoded.ok());
+    EXPECT_TRUE(decoded->body == odd.body);
+    ASSERT_TRUE(finding.has_value());
+    EXPECT_EQ(finding->place, "object 30");
+}
+
+TEST(EntityBodies, OtherReleasesAreRefused) {
+    Drawing drawing;
+    drawing.release = Release::r2010;
+    const ObjectContext context(drawing);
+    EXPECT_EQ(encodeObject(entityOf(object_type::line, Line{}), context).error().kind, ErrorKind::unsupported);
+    EXPECT_EQ(decodeObject({}, context).error().kind, ErrorKind::unsupported);
+}
+
+} // namespace
