@@ -58,10 +58,12 @@ void ApplyFirstScan(Directory& directory, NewBlocks& found) {
     for (auto& block : found)
         directory.blocks.push_back(block.release());
     directory.dirty = true;
-    ReleaseImages(directory);
-    directory.ResetImageLists(true);
     BrowserWindow* const window = theBlockDlg;
-    if (window != nullptr && IsShown(directory))
+    const bool shown = window != nullptr && IsShown(directory);
+    if (!shown)
+        ReleaseImages(directory);
+    directory.ResetImageLists(true);
+    if (shown)
         AttachImages(*window, &directory);
 }
 

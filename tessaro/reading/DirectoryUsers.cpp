@@ -18,7 +18,8 @@ struct Users {
 
     // Main thread.
     const Directory* rows = nullptr;       ///< whose Blocks the block list holds
-    const ImageList* largeShown = nullptr; ///< what the block list draws from
+    const Directory* images = nullptr;     ///< whose pictures it shows
+    const ImageList* largeShown = nullptr; ///< the lists that it was given then
     const ImageList* smallShown = nullptr;
 };
 
@@ -39,11 +40,6 @@ void FreeUnused() {
         ReleaseImages(*directory);
         delete directory;
     }
-}
-
-bool ShowsImagesOf(const Directory& directory) {
-    return users.smallShown != nullptr &&
-           (users.smallShown == directory.smallImages.get() || users.largeShown == directory.largeImages.get());
 }
 
 } // namespace
@@ -82,21 +78,22 @@ void ReleaseBlockRows(const Directory& directory) {
 }
 
 void AttachImages(BrowserWindow& window, const Directory* directory) {
+    users.images = directory;
     users.largeShown = directory != nullptr ? directory->largeImages.get() : nullptr;
     users.smallShown = directory != nullptr ? directory->smallImages.get() : nullptr;
     window.SetBlockImages(users.largeShown, users.smallShown);
 }
 
 void ReleaseImages(const Directory& directory) {
-    if (!ShowsImagesOf(directory))
+    if (users.images != &directory)
         return;
-    users.largeShown = users.smallShown = nullptr;
+    users.images = nullptr;
     if (BrowserWindow* window = theBlockDlg)
         window->SetBlockImages(nullptr, nullptr);
 }
 
 AttachedImagesScope::AttachedImagesScope(const Directory& written)
-    : directory(written), attached(ShowsImagesOf(written)) {}
+    : directory(written), attached(users.images == &written) {}
 
 AttachedImagesScope::~AttachedImagesScope() {
     if (!attached ||

@@ -113,6 +113,8 @@ void RecorderWindow::SetDirectoryCell(int row, int column, const std::wstring& t
     changed.cells[column] = text;
     if (column == 2)
         changed.states.push_back(text);
+    if (onDirectoryCell)
+        onDirectoryCell(column, text);
 }
 
 Directory* RecorderWindow::DirectoryAt(int row) const {
