@@ -43,6 +43,11 @@ void JsonWriter::value(std::int64_t number) {
     out += std::to_string(number);
 }
 
+void JsonWriter::value(bool truth) {
+    next();
+    out += truth ? "true" : "false";
+}
+
 void JsonWriter::null() {
     next();
     out += "null";

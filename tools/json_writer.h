@@ -25,6 +25,7 @@ public:
     void value(std::int64_t number);
     void value(std::uint32_t number) { value(std::uint64_t{number}); }
     void value(std::int32_t number) { value(std::int64_t{number}); }
+    void value(bool truth);
     void null();
 
     template <class T> void member(std::string_view name, const T& content) {

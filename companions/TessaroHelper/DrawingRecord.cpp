@@ -4,6 +4,7 @@
 #include "editor/dwg/facts.h"
 #include "editor/dwg/header_variables.h"
 #include "editor/dwg/read_drawing.h"
+#include "editor/dwg/summary_info.h"
 #include "editor/dwg/summary_record.h"
 
 #include <filesystem>
@@ -48,6 +49,8 @@ std::optional<DrawingRecord> readDrawingRecord(const std::wstring& path, bool wa
     const HelperDate fallback = dateOfFile(file);
     record.created = localDate(variables->TDCREATE).value_or(fallback);
     record.updated = localDate(variables->TDUPDATE).value_or(fallback);
+    if (const auto summary = dwg::readSummaryInfo(*drawing))
+        record.comments = summary->texts.comments;
     if (drawing->release() != dwg::Release::r2000)
         return record;
     const auto objects = dwg::readDrawing(*drawing);
