@@ -142,12 +142,7 @@ Bytes writeObjectMap(const std::vector<ObjectPlace>& places) {
 Bytes writeSecondHeader(const FileFacts& facts, const Locators& locators, std::uint32_t address,
                         const std::array<Handle, secondHeaderHandles>& handles) {
     BitWriter content;
-    // Bit longs are spelled in full here, as other writers of the release do.
-    const auto fullLong = [&](std::uint32_t value) {
-        content.bb(0);
-        content.rl(value);
-    };
-    fullLong(address);
+    content.bl(address);
     appendMagic(content);
     content.append(Bytes(5, 0));
     content.rc(facts.maintenance);
@@ -159,8 +154,8 @@ Bytes writeSecondHeader(const FileFacts& facts, const Locators& locators, std::u
         // The place of the measurement isn't repeated.
         const bool repeated = locator.number != locator::measurement && locator.number != locator::freeSpace;
         content.rc(locator.number);
-        fullLong(repeated ? locator.address : 0);
-        fullLong(repeated ? locator.size : 0);
+        content.bl(repeated ? locator.address : 0);
+        content.bl(repeated ? locator.size : 0);
     }
     content.bs(static_cast<std::uint16_t>(handles.size()));
     for (std::size_t number = 0; number < handles.size(); ++number) {
