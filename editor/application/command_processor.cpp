@@ -39,6 +39,7 @@ void CommandProcessor::takeQueued() {
 }
 
 bool CommandProcessor::step() {
+    inputEnded = false;
     try {
         takeQueued();
         const auto typed = editor.commandLine().getCommand();

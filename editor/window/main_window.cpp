@@ -121,6 +121,14 @@ void MainWindow::send(const QString& text) {
     give(std::move(event));
 }
 
+std::optional<UserEvent> MainWindow::takeWaiting() {
+    if (waiting.empty())
+        return std::nullopt;
+    UserEvent event = std::move(waiting.front());
+    waiting.pop_front();
+    return event;
+}
+
 UserEvent MainWindow::next(const Prompt& prompt) {
     atCommandPrompt = prompt.kind == Prompt::Kind::Command;
     panel->setPrompt(QString::fromStdWString(prompt.text));
@@ -134,11 +142,7 @@ UserEvent MainWindow::next(const Prompt& prompt) {
         loop = outer;
     }
     view->setRubberBand(std::nullopt);
-    if (waiting.empty())
-        return {UserEvent::Kind::End, {}, {}};
-    UserEvent event = std::move(waiting.front());
-    waiting.pop_front();
-    return event;
+    return takeWaiting().value_or(UserEvent{UserEvent::Kind::End, {}, {}});
 }
 
 void MainWindow::interrupt() {

@@ -44,6 +44,10 @@ public:
     void documentsChanged() override;
     void drawingChanged() override;
 
+    /// What menus and the command line gave that no prompt has taken yet; a script's run takes it up.
+    bool hasWaiting() const { return !waiting.empty(); }
+    std::optional<UserEvent> takeWaiting();
+
     /// Whether a person works here (files are asked for by dialogs) or a script.
     void setInteractive(bool person) { interactive = person; }
 
