@@ -23,11 +23,15 @@ void Put(Picture& picture, std::int64_t x, std::int64_t y, Rgb colour) {
     pixel[2] = colour.blue;
 }
 
-/// `a / b` rounded to the nearest whole number, halves downward. `b` is above 0.
-std::int64_t RoundHalfDown(std::int64_t a, std::int64_t b) {
-    const std::int64_t numerator = 2 * a + b - 1;
-    const std::int64_t denominator = 2 * b;
-    return numerator >= 0 ? numerator / denominator : -((-numerator + denominator - 1) / denominator);
+/// Holds the product of two distances, each of up to 33 bits.
+__extension__ using Product = __int128;
+
+/// `step * rise / run` rounded to the nearest whole number, halves downward. `run` is above 0.
+std::int64_t RoundHalfDown(std::int64_t step, std::int64_t rise, std::int64_t run) {
+    const Product numerator = 2 * Product{step} * rise + run - 1;
+    const Product denominator = 2 * Product{run};
+    return static_cast<std::int64_t>(numerator >= 0 ? numerator / denominator
+                                                    : -((-numerator + denominator - 1) / denominator));
 }
 
 /// Steps along the longer axis from `from` (included) to `to` (left out) that can meet the picture's `length` pixels.
@@ -80,12 +84,11 @@ void Line(Picture& picture, int fromX, int fromY, int toX, int toY, Rgb pen) {
     if (std::abs(width) >= std::abs(height)) {
         const auto [first, last] = StepsWithin(fromX, toX, picture.width);
         for (std::int64_t step = first; step < last; ++step)
-            Put(picture, fromX + (width < 0 ? -step : step), fromY + RoundHalfDown(step * height, std::abs(width)),
-                pen);
+            Put(picture, fromX + (width < 0 ? -step : step), fromY + RoundHalfDown(step, height, std::abs(width)), pen);
     } else {
         const auto [first, last] = StepsWithin(fromY, toY, picture.height);
         for (std::int64_t step = first; step < last; ++step)
-            Put(picture, fromX + RoundHalfDown(step * width, std::abs(height)), fromY + (height < 0 ? -step : step),
+            Put(picture, fromX + RoundHalfDown(step, width, std::abs(height)), fromY + (height < 0 ? -step : step),
                 pen);
     }
 }

@@ -1,0 +1,23 @@
+#include "tests/catalogue/HostRecorder.h"
+
+#include "editor/sdk/editor.h"
+
+#include <cwchar>
+
+namespace catalogue_tests {
+
+std::optional<std::wstring> SupportPath::found;
+std::wstring SupportPath::asked;
+
+} // namespace catalogue_tests
+
+using catalogue_tests::SupportPath;
+
+int acedFindFile(const wchar_t* name, wchar_t* result, std::size_t size) {
+    SupportPath::asked = name;
+    if (!SupportPath::found)
+        return RTERROR;
+    std::wcsncpy(result, SupportPath::found->c_str(), size - 1);
+    result[size - 1] = L'\0';
+    return RTNORM;
+}
