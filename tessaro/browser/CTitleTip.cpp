@@ -90,16 +90,20 @@ private:
 };
 
 CTitleTip::CTitleTip() = default;
-CTitleTip::~CTitleTip() = default;
+CTitleTip::~CTitleTip() {
+    delete made;
+}
 
 bool CTitleTip::Create(QWidget* tipParent) {
+    delete made;
     parent = tipParent;
-    window = std::make_unique<TipWindow>(tipParent);
+    window = new TipWindow(tipParent);
+    made = window;
     return true;
 }
 
 void CTitleTip::Show(const QRect& cell, const QString& text, int xOffset) {
-    if (window == nullptr || window->isVisible() || QApplication::focusWidget() == nullptr)
+    if (made == nullptr || window->isVisible() || QApplication::focusWidget() == nullptr)
         return;
     const QRect kept(QPoint(-1 - xOffset, -1), QPoint(cell.width() - xOffset, cell.height() + 1));
     const QPoint corner = parent->mapToGlobal(cell.topLeft());
@@ -111,9 +115,9 @@ void CTitleTip::Show(const QRect& cell, const QString& text, int xOffset) {
 }
 
 bool CTitleTip::IsVisible() const {
-    return window != nullptr && window->isVisible();
+    return made != nullptr && made->isVisible();
 }
 
 QWidget* CTitleTip::Window() const {
-    return window.get();
+    return made;
 }

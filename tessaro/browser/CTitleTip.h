@@ -1,8 +1,7 @@
 #pragma once
 
+#include <QPointer>
 #include <QWidget>
-
-#include <memory>
 
 /// A tip that lies over a cell whose text is cut off and shows the whole of it. Both lists hold one; nothing brings it
 /// up yet.
@@ -25,5 +24,6 @@ public:
 private:
     class TipWindow;
     QWidget* parent = nullptr;
-    std::unique_ptr<TipWindow> window;
+    QPointer<QWidget> made; ///< the window; goes with its parent at the latest
+    TipWindow* window = nullptr;
 };

@@ -106,9 +106,9 @@ TEST_F(Browser, AmCatalogLocalizeAndTheCurtainStartHidden) {
 }
 
 TEST_F(Browser, ButtonsWithoutTheirBehaviourAreDisabledAlsoWithADirectory) {
-    const Directory* furniture = AddFolder(L"Furniture", {"chair"});
+    AddFolder(L"Furniture", {"chair"});
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().blockList->SelectRow(0);
         for (const char* name : {"Preferences", "Schemes", "Print", "EditDescrip."})
             EXPECT_FALSE(dlg.findChild<QWidget*>(name)->isEnabled()) << name;
@@ -120,6 +120,7 @@ TEST_F(Browser, ButtonsWithoutTheirBehaviourAreDisabledAlsoWithADirectory) {
 TEST_F(Browser, ListsHaveTheirColumnsAndTheSettingsWidths) {
     columnWidths = {141, 36, 151, 61, 106, 107};
     dirColumnWidths = {81, 41, 21};
+    AddFolder(L"Furniture", {});
     Run([](BlockDlg& dlg) {
         const auto headings = [](const ListView& list) {
             QStringList texts;
@@ -193,7 +194,7 @@ TEST_F(Browser, TheWorkerFillsBothLists) {
     const Directory* furniture = AddFolder(L"Furniture", {"chair", "desk", "lamp"});
     const Directory* empty = AddFolder(L"Electrical", {"switch"});
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         EXPECT_EQ(currentDirectory.load(), furniture) << "the first row is selected";
         const ListModel& rows = dlg.Controls().blockList->Rows();
         ASSERT_EQ(rows.RowCount(), 3);
@@ -218,15 +219,15 @@ TEST_F(Browser, SelectingADirectoryShowsItsBlocksAndEmptiesThePane) {
     const Directory* furniture = AddFolder(L"Furniture", {"chair", "desk"});
     const Directory* electrical = AddFolder(L"Electrical", {"switch"});
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().blockList->SelectRow(1);
         EXPECT_TRUE(dlg.Controls().properties->text().startsWith("Block: desk\n"));
         QTest::mouseClick(dlg.Controls().directoryList->viewport(), Qt::LeftButton, {},
                           dlg.Controls().directoryList->RowBounds(1).center());
         EXPECT_EQ(currentDirectory.load(), electrical);
         EXPECT_EQ(dlg.Controls().properties->text(), "");
-        ASSERT_TRUE(WaitLoaded(electrical));
         ASSERT_TRUE(WaitFor([&] { return dlg.Controls().blockList->Rows().Text(0, 0) == L"switch"; }));
+        ASSERT_TRUE(WaitIdle());
         EXPECT_EQ(furniture->selectedIndex, 1);
         dlg.SelectDirectoryRow(0);
         ASSERT_TRUE(WaitFor([&] { return dlg.BlockRowCount() == 2 && dlg.SelectedBlockRow() == 1; }))
@@ -240,7 +241,7 @@ TEST_F(Browser, OpeningAgainComesBackToTheCurrentDirectoryWithItsState) {
     Directory* electrical = AddFolder(L"Electrical", {"switch", "lamp"});
     currentDirectory = electrical;
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(electrical));
+        ASSERT_TRUE(WaitIdle());
         EXPECT_EQ(dlg.Controls().directoryList->SelectedRow(), 1);
         dlg.SetView(1);
         dlg.SortBlocks(3);
@@ -250,7 +251,7 @@ TEST_F(Browser, OpeningAgainComesBackToTheCurrentDirectoryWithItsState) {
     EXPECT_EQ(electrical->viewMode, 1);
     EXPECT_EQ(electrical->sortStyle, 4);
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(electrical));
+        ASSERT_TRUE(WaitIdle());
         ASSERT_TRUE(WaitFor([&] { return dlg.SelectedBlockRow() == 1; }));
         EXPECT_EQ(dlg.Controls().viewButton->view, 1);
         EXPECT_EQ(dlg.Controls().blockList->ViewBits(), 1);
@@ -346,21 +347,21 @@ TEST_F(Browser, TheMainThreadsLoopServesOtherThreads) {
 TEST_F(Browser, AUserWhoIsNotOnTheListKeepsPlacingOnly) {
     host.addSupportFolder(folder.path().wstring());
     folder.write("tessaroadmin.ini", "[Users]\nnobody of that name\n");
-    const Directory* furniture = AddFolder(L"Furniture", {"chair"}, "AC1032");
-    const Directory* electrical = AddFolder(L"Electrical", {"switch"});
+    AddFolder(L"Furniture", {"chair"}, "AC1032");
+    AddFolder(L"Electrical", {"switch"});
     Run([&](BlockDlg& dlg) {
         const auto expectRestricted = [&] {
             for (const char* name :
                  {"Preferences", "schemeCombo", "Schemes", "Add", "Delete", "MoveUp", "MoveDown", "EditDescrip."})
                 EXPECT_FALSE(dlg.findChild<QWidget*>(name)->isEnabled()) << name;
         };
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         expectRestricted();
         dlg.Controls().blockList->SelectRow(0);
         expectRestricted();
         EXPECT_TRUE(dlg.Controls().insert->isEnabled());
         dlg.SelectDirectoryRow(1);
-        ASSERT_TRUE(WaitLoaded(electrical));
+        ASSERT_TRUE(WaitIdle());
         expectRestricted();
     });
     folder.write("tessaroadmin.ini",

@@ -14,6 +14,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <mutex>
+
 namespace {
 
 constexpr int kPatience = 10'000;
@@ -97,17 +99,17 @@ void Browser::Run(const std::function<void(BlockDlg&)>& script) {
             dlg.reject();
     });
     dlg.DoModal();
+    WaitForLastClose();
 }
 
 bool Browser::WaitFor(const std::function<bool()>& condition) {
     return QTest::qWaitFor(condition, kPatience);
 }
 
-bool Browser::WaitLoaded(const Directory* directory) {
-    return WaitFor([directory] {
-        const BrowserWindow* window = theBlockDlg;
-        return directory->loaded && window != nullptr &&
-               (currentDirectory != directory || window->BlockRowCount() == static_cast<int>(directory->blocks.size()));
+bool Browser::WaitIdle() {
+    return WaitFor([] {
+        const std::unique_lock queue(loader.cs, std::try_to_lock);
+        return queue.owns_lock() && loader.loadQueue.empty() && loader.pause == 0;
     });
 }
 

@@ -24,8 +24,9 @@ protected:
     void Run(const std::function<void(BlockDlg&)>& script);
     /// Lets the modal loop run until the condition holds; fails after ten seconds.
     static bool WaitFor(const std::function<bool()>& condition);
-    /// Until the shown directory has its rows and its pass is through.
-    static bool WaitLoaded(const Directory* directory);
+    /// Until the worker has nothing to do: a directory that is put first at the very end of another's pass would leave
+    /// the queue with it.
+    static bool WaitIdle();
 
     tests::TemporaryFolder folder;
     editor::Editor host;

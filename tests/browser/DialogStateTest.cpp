@@ -124,7 +124,7 @@ TEST_F(DialogState, ASchemeThatIsMissingBecomesNone) {
 
 TEST_F(DialogState, StoringTakesTopSelectionAndView) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         dlg.StoreDlgState();
         EXPECT_EQ(furniture->selectedIndex, -1);
         dlg.Controls().blockList->SelectRow(1);
@@ -139,7 +139,7 @@ TEST_F(DialogState, StoringTakesTopSelectionAndView) {
 
 TEST_F(DialogState, WithoutADirectoryOrAWindowNothingIsStored) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitLoaded(furniture));
+        ASSERT_TRUE(WaitIdle());
         currentDirectory = nullptr;
         dlg.Controls().explode->setChecked(true);
         dlg.StoreDlgState();

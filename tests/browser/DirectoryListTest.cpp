@@ -27,12 +27,6 @@ struct DirectoryList : Browser {
         }
         return names;
     }
-    bool WaitAllLoaded() const {
-        return WaitFor([] {
-            return std::all_of(directories.begin(), directories.end(),
-                               [](const Directory* one) { return one->loaded; });
-        });
-    }
     Directory *furniture, *electrical, *mechanical;
 };
 
@@ -58,7 +52,7 @@ void PickFolder(const QString& path) {
 TEST_F(DirectoryList, AddAppendsTheFolderAndShowsIt) {
     const auto added = folder.write("more/valve.dwg", "AC1015" + std::string(100, '\0')).parent_path();
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         PickFolder(QString::fromStdWString(added.wstring()));
         dlg.Controls().add->click();
         EXPECT_EQ(Rows(dlg), L"Furniture Electrical Mechanical New Directory ");
@@ -94,7 +88,7 @@ TEST_F(DirectoryList, DeleteAsksAndTakesTheDirectoryOutWithItsCacheFile) {
     const std::wstring cacheFile = electrical->cacheFile;
     const std::wstring path = electrical->path;
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.SelectDirectoryRow(1);
         const MessageAnswer answer(QStringLiteral("Yes"));
         dlg.Controls().remove->click();
@@ -110,7 +104,7 @@ TEST_F(DirectoryList, DeleteAsksAndTakesTheDirectoryOutWithItsCacheFile) {
 
 TEST_F(DirectoryList, DeletingTheFirstRowShowsTheRowAfter) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         const MessageAnswer answer(QStringLiteral("Yes"));
         dlg.Controls().remove->click();
         EXPECT_EQ(currentDirectory.load(), electrical);
@@ -156,7 +150,7 @@ TEST_F(DirectoryList, TheInternalBlocksCannotBeDeletedOrRenamedButMoved) {
 
 TEST_F(DirectoryList, DeletingTheOnlyDirectoryLeavesNoneAndAddStartsAfresh) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         for (int left = 3; left > 0; --left) {
             const MessageAnswer answer(QStringLiteral("Yes"));
             dlg.Controls().remove->click();
@@ -176,7 +170,7 @@ TEST_F(DirectoryList, DeletingTheOnlyDirectoryLeavesNoneAndAddStartsAfresh) {
 
 TEST_F(DirectoryList, MovingExchangesTheNeighboursAndKeepsTheSelection) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.SelectDirectoryRow(1);
         dlg.SetDirectoryCell(0, 2, L"V");
         dlg.Controls().moveUp->click();
@@ -205,6 +199,7 @@ TEST_F(DirectoryList, ARowIsRenamedInPlace) {
         ASSERT_NE(editor, nullptr);
         editor->setText("Chairs & Co");
         QTest::keyClick(editor, Qt::Key_Return);
+        QTest::qWait(1);
         EXPECT_EQ(furniture->description, L"Chairs & Co");
         EXPECT_EQ(list.Rows().Text(0, 0), L"Chairs & Co");
         list.edit(list.Rows().index(1, 0));
@@ -213,6 +208,7 @@ TEST_F(DirectoryList, ARowIsRenamedInPlace) {
                 open->setText("x");
                 QTest::keyClick(open, Qt::Key_Escape);
             }
+        QTest::qWait(1);
         EXPECT_EQ(electrical->description, L"Electrical") << "a cancelled edit changes nothing";
         EXPECT_TRUE(dlg.isVisible());
         EXPECT_TRUE(closeArmed);
@@ -221,7 +217,7 @@ TEST_F(DirectoryList, ARowIsRenamedInPlace) {
 
 TEST_F(DirectoryList, TheMenuActsOnTheCurrentDirectory) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().explode->setChecked(true);
         {
             const MenuAnswer menu;

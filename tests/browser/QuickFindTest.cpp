@@ -13,12 +13,6 @@ struct QuickFindRules : Browser {
         electrical = AddFolder(L"Electrical", {"chairlift", "switch"});
         mechanical = AddFolder(L"Mechanical", {"bolt"});
     }
-    bool WaitAllLoaded() const {
-        return WaitFor([] {
-            return std::all_of(directories.begin(), directories.end(),
-                               [](const Directory* one) { return one->loaded; });
-        });
-    }
     static std::wstring Selected(BlockDlg& dlg) {
         return dlg.Controls().blockList->Rows().Text(dlg.SelectedBlockRow(), 0);
     }
@@ -27,7 +21,7 @@ struct QuickFindRules : Browser {
 
 TEST_F(QuickFindRules, AChangeSelectsTheFirstMatchInDisplayOrderIgnoringCase) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().quickFind->setText("CHAIR");
         EXPECT_EQ(Selected(dlg), L"armchair");
         dlg.SortBlocks(0);
@@ -38,7 +32,7 @@ TEST_F(QuickFindRules, AChangeSelectsTheFirstMatchInDisplayOrderIgnoringCase) {
 
 TEST_F(QuickFindRules, TheHostsWildCardsWork) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().quickFind->setText("h??h");
         EXPECT_EQ(Selected(dlg), L"high chair");
         dlg.Controls().quickFind->setText("");
@@ -48,7 +42,7 @@ TEST_F(QuickFindRules, TheHostsWildCardsWork) {
 
 TEST_F(QuickFindRules, TheDescriptionIsSearchedToo) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         static_cast<Block*>(dlg.Controls().blockList->Rows().Data(1))->description = L"Oak Table";
         dlg.Controls().quickFind->setText("oak");
         EXPECT_EQ(Selected(dlg), L"desk");
@@ -57,7 +51,7 @@ TEST_F(QuickFindRules, TheDescriptionIsSearchedToo) {
 
 TEST_F(QuickFindRules, NothingIsSearchedUntilTheDirectoryIsLoaded) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         furniture->loaded = false;
         dlg.Controls().quickFind->setText("desk");
         EXPECT_EQ(dlg.SelectedBlockRow(), -1);
@@ -70,7 +64,7 @@ TEST_F(QuickFindRules, NothingIsSearchedUntilTheDirectoryIsLoaded) {
 
 TEST_F(QuickFindRules, ATextWithoutAMatchLeavesTheSelection) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().blockList->SelectRow(1);
         dlg.Controls().quickFind->setText("unicorn");
         EXPECT_EQ(Selected(dlg), L"desk");
@@ -80,7 +74,7 @@ TEST_F(QuickFindRules, ATextWithoutAMatchLeavesTheSelection) {
 
 TEST_F(QuickFindRules, TheSearchGoesOnInTheDirectoriesBehind) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().quickFind->setText("switch");
         EXPECT_EQ(currentDirectory.load(), electrical);
         EXPECT_EQ(dlg.Controls().directoryList->SelectedRow(), 1);
@@ -91,7 +85,7 @@ TEST_F(QuickFindRules, TheSearchGoesOnInTheDirectoriesBehind) {
 
 TEST_F(QuickFindRules, ADirectoryAheadIsShownWithoutARowSelected) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.SelectDirectoryRow(2);
         ASSERT_TRUE(WaitFor([&] { return dlg.BlockRowCount() == 1; }));
         dlg.Controls().quickFind->setText("desk");
@@ -103,7 +97,7 @@ TEST_F(QuickFindRules, ADirectoryAheadIsShownWithoutARowSelected) {
 
 TEST_F(QuickFindRules, DirectoriesThatAreNotLoadedAreSkipped) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         electrical->loaded = false;
         dlg.Controls().quickFind->setText("switch");
         EXPECT_EQ(currentDirectory.load(), furniture);
@@ -112,7 +106,7 @@ TEST_F(QuickFindRules, DirectoriesThatAreNotLoadedAreSkipped) {
 
 TEST_F(QuickFindRules, EnterGoesToTheNextMatchAndWrapsAround) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         dlg.Controls().quickFind->setText("chair");
         QTest::keyClick(dlg.Controls().quickFind, Qt::Key_Return);
         EXPECT_EQ(Selected(dlg), L"high chair");
@@ -125,7 +119,7 @@ TEST_F(QuickFindRules, EnterGoesToTheNextMatchAndWrapsAround) {
 
 TEST_F(QuickFindRules, WithOneDirectoryTheNextMatchAfterTheLastIsTheFirst) {
     Run([&](BlockDlg& dlg) {
-        ASSERT_TRUE(WaitAllLoaded());
+        ASSERT_TRUE(WaitIdle());
         electrical->loaded = mechanical->loaded = false;
         dlg.Controls().quickFind->setText("desk");
         dlg.QuickFindNext();
