@@ -27,6 +27,7 @@ ListView::ListView(QWidget* parent) : QAbstractItemView(parent), header(new QHea
     header->setSectionsClickable(true);
     header->setHighlightSections(false);
     header->setMinimumSectionSize(0);
+    header->setTextElideMode(Qt::ElideRight);
     header->setFocusProxy(this);
     setSelectionMode(SingleSelection);
     setSelectionBehavior(SelectRows);

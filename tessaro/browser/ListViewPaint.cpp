@@ -9,8 +9,9 @@
 
 namespace {
 
-constexpr int kTextMargin = 4;
+constexpr int kTextMargin = 2;
 constexpr int kIconTop = 3;
+constexpr int kPictureMargin = 4;
 constexpr int kRounding = 3;
 
 } // namespace
@@ -102,8 +103,8 @@ void ListView::PaintCell(QPainter& painter, int row, const QRect& bounds) {
         const QSize picture = smallPictures.Size();
         PaintPicture(
             painter, row,
-            {QPoint(bounds.left() + kTextMargin, bounds.top() + (bounds.height() - picture.height()) / 2), picture});
-        place = bounds.adjusted(std::max(0, picture.width()) + 2 * kTextMargin, 0, -kTextMargin, 0);
+            {QPoint(bounds.left() + kPictureMargin, bounds.top() + (bounds.height() - picture.height()) / 2), picture});
+        place = bounds.adjusted(std::max(0, picture.width()) + 2 * kPictureMargin, 0, -kTextMargin, 0);
     }
     painter.setPen(TextColour(row));
     painter.drawText(place, alignment | Qt::TextSingleLine,
