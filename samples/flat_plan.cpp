@@ -60,9 +60,9 @@ void draw(Sketch& s) {
     door(s, 5075, 4900, 900, 90, 180);
     door(s, 5200, 7150, 1000, 270, 360);
     s.layer(L"TEXT", 2);
-    s.text(1900, 3400, 250, L"LIVING ROOM");
-    s.text(6900, 2400, 250, L"BEDROOM");
-    s.text(7700, 5700, 250, L"HALL");
+    s.text(900, 4700, 250, L"LIVING ROOM");
+    s.text(5500, 1000, 250, L"BEDROOM");
+    s.text(7700, 6200, 250, L"HALL");
     s.layer(L"FRAME", 8);
     s.rectangle(-800, -800, 11600, 8900);
     s.text(-650, -650, 200, L"FLAT 1:50");
