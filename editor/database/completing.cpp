@@ -16,12 +16,27 @@ dwg::Object frameEntity(std::uint16_t type, dwg::Body body, dwg::Handle record, 
     return object;
 }
 
+/// The text style that an entity names; null for entities without text.
+dwg::HandleRef* textStyleOf(dwg::Object& object) {
+    if (auto* const text = object.as<dwg::Text>())
+        return &text->text.style;
+    if (auto* const attribute = object.as<dwg::Attribute>())
+        return &attribute->text.style;
+    if (auto* const definition = object.as<dwg::AttributeDefinition>())
+        return &definition->attribute.text.style;
+    if (auto* const paragraph = object.as<dwg::MultilineText>())
+        return &paragraph->style;
+    return nullptr;
+}
+
 } // namespace
 
 void AcDbDatabase::Impl::complete(dwg::Object& object) {
     if (object.isEntity()) {
         if (object.entity->layer.isNull())
             object.entity->layer.value = header.CLAYER.value;
+        if (dwg::HandleRef* const style = textStyleOf(object); style != nullptr && style->isNull())
+            style->value = header.TEXTSTYLE.value;
         return;
     }
     if (auto* const made = object.as<dwg::Layer>()) {

@@ -49,7 +49,7 @@ std::uint16_t readMeasurement(const dwg::DrawingFile& file) {
 int AcDbDatabase::readDwgFile(const wchar_t* name, int, bool, const wchar_t*) {
     if (name == nullptr || *name == L'\0')
         return Acad::eInvalidInput;
-    const std::filesystem::path path{std::wstring(name)};
+    const std::filesystem::path path = dwg::pathOf(name);
     std::error_code failure;
     if (!std::filesystem::exists(path, failure))
         return Acad::eFileNotFound;

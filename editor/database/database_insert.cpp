@@ -29,8 +29,7 @@ dwg::Object& definitionNamed(AcDbDatabase::Impl& database, dwg::Handle existing,
 
 bool isSameFile(const std::wstring& one, const std::wstring& other) {
     std::error_code failure;
-    return !one.empty() && !other.empty() &&
-           std::filesystem::equivalent(std::filesystem::path(one), std::filesystem::path(other), failure);
+    return !one.empty() && !other.empty() && std::filesystem::equivalent(dwg::pathOf(one), dwg::pathOf(other), failure);
 }
 
 } // namespace

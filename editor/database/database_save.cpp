@@ -19,6 +19,17 @@ std::vector<dwg::Picture> picturesOf(const AcDbDatabase::Impl& database) {
     return {{dwg::image_code::bitmap, dwg::Bytes(bitmap.begin(), bitmap.end())}};
 }
 
+/// Extents that were never set become those of what model space shows.
+void setMissingExtents(const AcDbDatabase& database, dwg::HeaderVariables& header) {
+    if (header.EXTMIN.x <= header.EXTMAX.x)
+        return;
+    const editor::Extents box = editor::wireframeOfModelSpace(database).extents();
+    if (box.empty)
+        return;
+    header.EXTMIN = editor::fromPoint(box.lowest);
+    header.EXTMAX = editor::fromPoint(box.highest);
+}
+
 } // namespace
 
 int AcDbDatabase::saveAs(const wchar_t* name, bool bakAndRename, AcDb::AcDbDwgVersion version) {
@@ -32,11 +43,12 @@ int AcDbDatabase::saveAs(const wchar_t* name, bool bakAndRename, AcDb::AcDbDwgVe
     dwg::HeaderVariables header = state->header;
     header.TDUPDATE = editor::currentDayAndTime();
     header.HANDSEED = state->drawing.handleSeed();
+    setMissingExtents(*this, header);
     std::vector<dwg::Picture> pictures = picturesOf(*state);
     const auto bytes = dwg::writeDrawing(state->drawing, header, pictures, state->measurement);
     if (!bytes)
         return bytes.error().kind == dwg::ErrorKind::unsupported ? Acad::eUnsupportedFileFormat : Acad::eFilerError;
-    if (!editor::replaceFile(std::filesystem::path(std::wstring(name)), *bytes, bakAndRename))
+    if (!editor::replaceFile(dwg::pathOf(name), *bytes, bakAndRename))
         return Acad::eFileAccessErr;
     state->header = header;
     state->pictures = std::move(pictures);

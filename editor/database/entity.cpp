@@ -1,6 +1,7 @@
 #include "editor/database/colours.h"
 #include "editor/database/database_state.h"
 #include "editor/database/names.h"
+#include "editor/database/transform.h"
 #include "editor/dwg/model.h"
 
 #include <functional>
@@ -176,7 +177,9 @@ AcDbObjectId AcDbBlockReference::blockTableRecord() const {
 
 AcGePoint3d AcDbBlockReference::position() const {
     const auto* const insert = impl()->body<dwg::Insert>();
-    return insert == nullptr ? AcGePoint3d{} : editor::toPoint(insert->position);
+    if (insert == nullptr)
+        return {};
+    return editor::planeToWorld(insert->extrusion).point(editor::toPoint(insert->position));
 }
 
 double AcDbBlockReference::rotation() const {
