@@ -37,7 +37,7 @@ std::vector<double> viewRecord(const dwg::Point3& insertionPoint, const dwg::Vie
 } // namespace
 
 std::optional<DrawingRecord> readDrawingRecord(const std::wstring& path, bool wantView) {
-    const std::filesystem::path file(path);
+    const std::filesystem::path file = dwg::pathOf(path);
     const auto drawing = dwg::DrawingFile::open(file);
     if (!drawing)
         return std::nullopt;

@@ -78,6 +78,11 @@ Result<Bytes> Source::bytes(std::uint64_t offset, std::uint64_t count) const {
     return out;
 }
 
+std::filesystem::path pathOf(std::wstring_view name) {
+    // From wide text a path is made by the locale, from this by UTF-8.
+    return std::u32string(name.begin(), name.end());
+}
+
 Result<SourcePtr> openSource(const std::filesystem::path& file) {
     const int descriptor = ::open(file.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (descriptor < 0)

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <memory>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace dwg {
@@ -33,6 +34,9 @@ public:
 };
 
 using SourcePtr = std::shared_ptr<const Source>;
+
+/// The path of a file by its wide name, in UTF-8 whatever the locale is.
+std::filesystem::path pathOf(std::wstring_view name);
 
 /// Opens a regular file for reading; it stays open as long as the Source lives.
 Result<SourcePtr> openSource(const std::filesystem::path& file);
