@@ -50,6 +50,7 @@ int AcDbDatabase::saveAs(const wchar_t* name, bool bakAndRename, AcDb::AcDbDwgVe
         return bytes.error().kind == dwg::ErrorKind::unsupported ? Acad::eUnsupportedFileFormat : Acad::eFilerError;
     if (!editor::replaceFile(dwg::pathOf(name), *bytes, bakAndRename))
         return Acad::eFileAccessErr;
+    state->file = name;
     state->header = header;
     state->pictures = std::move(pictures);
     state->givenBitmap.clear();
