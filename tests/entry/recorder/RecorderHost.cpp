@@ -1,0 +1,107 @@
+#include "tests/entry/recorder/RecorderHost.h"
+
+#include "editor/sdk/documents.h"
+#include "editor/sdk/editor.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cwchar>
+#include <iostream>
+
+std::map<std::wstring, AcRxFunctionPtr> addedCommands;
+AcEditorReactor* addedReactor = nullptr;
+
+void Tell(const std::wstring& line) {
+    for (const wchar_t c : line)
+        std::cout << (c < 128 ? static_cast<char>(c) : '?');
+    std::cout << std::endl;
+}
+
+namespace {
+
+std::wstring Flag(bool value) {
+    return value ? L"true" : L"false";
+}
+
+class RecorderLinker : public AcRxDynamicLinker {
+    bool registerAppMDIAware(void* pkt) override {
+        Tell(L"registerAppMDIAware " + std::to_wstring(reinterpret_cast<std::uintptr_t>(pkt)));
+        return true;
+    }
+    bool loadModule(const wchar_t* fileName, bool printIt, bool asCommand) override {
+        Tell(L"loadModule " + std::wstring(fileName) + L" print " + Flag(printIt) + L" command " + Flag(asCommand));
+        return false;
+    }
+};
+
+class RecorderCommands : public AcEdCommandStack {
+    int addCommand(const wchar_t* group, const wchar_t* globalName, const wchar_t* localName, int flags,
+                   AcRxFunctionPtr function, void* context, int functionCode, void* resourceHandle) override {
+        Tell(L"addCommand " + std::wstring(group) + L" " + globalName + L" " + localName + L" flags " +
+             std::to_wstring(flags) + L" context " + Flag(context != nullptr) + L" code " +
+             std::to_wstring(functionCode) + L" resource " + Flag(resourceHandle != nullptr));
+        addedCommands[globalName] = function;
+        return 0;
+    }
+    int removeGroup(const wchar_t* group) override {
+        Tell(L"removeGroup " + std::wstring(group));
+        return 0;
+    }
+};
+
+class RecorderEditor : public AcEditor {
+    void addReactor(AcEditorReactor* reactor) override {
+        Tell(L"addReactor");
+        addedReactor = reactor;
+    }
+    void removeReactor(AcEditorReactor* reactor) override {
+        Tell(reactor == addedReactor ? L"removeReactor" : L"removeReactor of another");
+        addedReactor = nullptr;
+    }
+};
+
+class RecorderRegistry : public AcRxSysRegistry {
+public:
+    AcRxObject* at(const wchar_t* name) override {
+        if (std::wstring(name) == ACRX_DYNAMIC_LINKER)
+            return &linker;
+        if (std::wstring(name) == ACRX_COMMAND_DOCK)
+            return &commands;
+        return std::wstring(name) == ACED_EDITOR_OBJECT ? &editor : nullptr;
+    }
+
+private:
+    RecorderLinker linker;
+    RecorderCommands commands;
+    RecorderEditor editor;
+};
+
+} // namespace
+
+AcRxSysRegistry* acrxSysRegistry() {
+    static RecorderRegistry registry;
+    return &registry;
+}
+
+AcApDocManager* acDocManagerPtr() {
+    return nullptr;
+}
+
+int acedFindFile(const wchar_t*, wchar_t*, std::size_t) {
+    return RTERROR;
+}
+
+int acutPrintf(const wchar_t* format, ...) {
+    std::wstring pattern = format;
+    for (std::size_t place = 0; (place = pattern.find(L"%s", place)) != std::wstring::npos; place += 3)
+        pattern.insert(place + 1, L"l");
+    wchar_t text[2000];
+    va_list arguments;
+    va_start(arguments, format);
+    const int length = std::vswprintf(text, std::size(text), pattern.c_str(), arguments);
+    va_end(arguments);
+    if (length > 0 && text[length - 1] == L'\n')
+        text[length - 1] = L'\0';
+    Tell(L"print " + std::wstring(text));
+    return RTNORM;
+}
