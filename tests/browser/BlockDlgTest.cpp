@@ -1,9 +1,11 @@
 #include "tests/browser/BrowserFixture.h"
 
 #include "tessaro/browser/DialogLayout.h"
+#include "tessaro/browser/QtUserInterface.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/MapScheme.h"
+#include "tessaro/platform/File.h"
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/UserInterface.h"
@@ -320,15 +322,53 @@ TEST_F(Browser, ACommandOfAnotherIdDoesNotEndTheDialog) {
     });
 }
 
-TEST_F(Browser, AFailureInAHandlerEndsWithItsMessage) {
-    Run([](BlockDlg& dlg) {
-        dlg.Controls().directoryList->Rows().InsertRow(0, L"x");
-        dlg.Controls().quickFind->onChange = nullptr;
+TEST_F(Browser, AMessageOfAnotherThreadIsShownAsPlainText) {
+    Run([](BlockDlg&) {
         const MessageAnswer answer(QStringLiteral("OK"));
-        std::thread([] { platform::MessageBox(L"<b>plain & simple</b>"); }).detach();
-        ASSERT_TRUE(WaitFor([&] { return !answer.Text().isEmpty(); }));
-        EXPECT_EQ(answer.Text(), "<b>plain & simple</b>") << "text of another thread is shown as it is";
+        std::thread other([] { platform::MessageBox(L"<b>plain & simple</b>"); });
+        EXPECT_TRUE(WaitFor([&] { return !answer.Text().isEmpty(); }));
+        EXPECT_EQ(answer.Text(), "<b>plain & simple</b>");
+        EXPECT_TRUE(WaitFor([] { return QApplication::activeModalWidget()->objectName() == "BlockDlg"; }));
+        other.join();
     });
+}
+
+/// A folder picker that fails, and a record of what the user is told.
+struct FailingPicker : QtUserInterface {
+    explicit FailingPicker(std::function<void()> pickerFailure) : failure(std::move(pickerFailure)) {
+        platform::SetUserInterface(this);
+    }
+    ~FailingPicker() override { platform::SetUserInterface(nullptr); }
+    platform::MessageAnswer MessageBox(const std::wstring& text, const std::wstring&, platform::MessageButtons,
+                                       platform::MessageIcon) override {
+        told = text;
+        return platform::MessageAnswer::Ok;
+    }
+    std::optional<std::wstring> PickFolder(const std::wstring&, const std::wstring&) override {
+        failure();
+        return std::nullopt;
+    }
+    std::function<void()> failure;
+    std::wstring told;
+};
+
+TEST_F(Browser, AFailureInAHandlerEndsWithItsMessage) {
+    using platform::ArchiveException;
+    using platform::FileException;
+    const FileException file(FileException::accessDenied, L"chairs");
+    const ArchiveException archive(ArchiveException::endOfFile, L"chairs");
+    const std::pair<std::function<void()>, std::wstring> failures[]{
+        {[&] { throw FileException(file); }, file.ErrorText()},
+        {[&] { throw ArchiveException(archive); }, archive.ErrorText()},
+        {[] { throw std::runtime_error("no room"); }, L"no room"},
+    };
+    for (const auto& [failure, text] : failures)
+        Run([&](BlockDlg& dlg) {
+            const FailingPicker picker(failure);
+            dlg.Controls().add->click();
+            EXPECT_EQ(picker.told, text);
+            EXPECT_TRUE(dlg.isVisible()) << "the dialog stays usable";
+        });
 }
 
 TEST_F(Browser, TheMainThreadsLoopServesOtherThreads) {
