@@ -79,6 +79,8 @@ CommandProcessor::Outcome CommandProcessor::run(const Command& command) {
     runningFlags.push_back(command.flags);
     editor.reactors().commandWillStart(name);
     const Outcome outcome = call(command);
+    if (command.changesDrawing && editor.documents().current() != nullptr)
+        editor.documents().current()->markChanged();
     runningNames.pop_back();
     runningFlags.pop_back();
     switch (outcome) {
