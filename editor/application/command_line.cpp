@@ -89,7 +89,8 @@ std::optional<CommandLine::Answer> CommandLine::fromText(const Prompt& prompt) {
     }
     if (input.empty())
         texts.pop_back();
-    const bool shown = std::exchange(promptShown, false);
+    // Something else may have been printed while the user was at it.
+    const bool shown = std::exchange(promptShown, false) && !console.isAtLineStart();
     if (echo && shown)
         console.print(answer.text + L"\n");
     else if (echo)

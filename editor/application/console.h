@@ -17,6 +17,7 @@ public:
     void printLine(std::wstring_view text);
     /// Begins a new line where the last text didn't end with a line feed.
     void beginLine();
+    bool isAtLineStart() const { return atLineStart; }
 
 private:
     Sink sink;

@@ -3,6 +3,25 @@
 
 #include <stdexcept>
 
+namespace {
+
+void askForColour() {
+    resbuf* const list = acutNewRb(RTSTR);
+    acutNewString(L"acad_colordlg", list->resval.rstring);
+    list->rbnext = acutNewRb(RTSHORT);
+    list->rbnext->resval.rint = 7;
+    list->rbnext->rbnext = acutNewRb(RTNIL);
+    resbuf* result = nullptr;
+    if (acedInvoke(list, &result) == RTNORM && result != nullptr)
+        acutPrintf(L"colour %d\n", result->resval.rint);
+    else
+        acutPrintf(L"no colour\n");
+    acutRelRb(result);
+    acutRelRb(list);
+}
+
+} // namespace
+
 // Prints every message that it gets, with the drawing that is current then.
 extern "C" int acrxEntryPoint(int message, void* package) {
     const AcApDocument* const document = acDocManagerPtr()->curDocument();
@@ -20,6 +39,7 @@ extern "C" int acrxEntryPoint(int message, void* package) {
         auto* const commands = dynamic_cast<AcEdCommandStack*>(acrxSysRegistry()->at(ACRX_COMMAND_DOCK));
         commands->addCommand(L"RECORDING", L"RECORDINGHELLO", L"RECORDINGHELLO", ACRX_CMD_MODAL,
                              [] { acutPrintf(L"hello from the module\n"); });
+        commands->addCommand(L"RECORDING", L"COLOUR", L"COLOUR", ACRX_CMD_MODAL, askForColour);
         acutPrintf(registered ? L"several drawings\n" : L"one drawing\n");
     } else if (registered) {
         acutPrintf(L"registered too late\n");

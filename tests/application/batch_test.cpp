@@ -1,0 +1,130 @@
+// The program itself in batch mode, as a child process.
+#include "tests/support/TemporaryFolder.h"
+
+#include <cstdio>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+class Batch : public testing::Test {
+protected:
+    /// Runs a script; the transcript stays in `transcript`, the exit status is given.
+    int run(const std::string& script, const std::string& more = "--no-load") {
+        const auto file = folder.write("script.scr", script);
+        return command("--batch --script '" + file.string() + "' " + more);
+    }
+
+    int command(const std::string& arguments) {
+        const std::string line = "cd '" + folder.path().string() +
+                                 "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM timeout 100 '" +
+                                 TESSARO_BIN_DIR "/tessaro-editor' " + arguments + " 2>/dev/null";
+        FILE* const out = popen(line.c_str(), "r");
+        if (out == nullptr)
+            return -1;
+        transcript.clear();
+        char buffer[4096];
+        while (const std::size_t size = std::fread(buffer, 1, sizeof buffer, out))
+            transcript.append(buffer, size);
+        const int status = pclose(out);
+        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    }
+
+    tests::TemporaryFolder folder;
+    std::string transcript;
+};
+
+TEST_F(Batch, AScriptThatIsCarriedOutExitsWithZero) {
+    EXPECT_EQ(run("; a comment\nLINE 0,0 1,1 \nSAVEAS plan.dwg\nQUIT\n"), 0) << transcript;
+    EXPECT_THAT(transcript, HasSubstr("Command: LINE\nSpecify first point: 0,0\n"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "plan.dwg"));
+}
+
+TEST_F(Batch, TheDrawingOfTheCommandLineIsOpened) {
+    ASSERT_EQ(run("SAVEAS plan.dwg\n"), 0);
+    EXPECT_EQ(run("SETVAR DWGNAME\n", "--no-load plan.dwg"), 0);
+    EXPECT_THAT(transcript, HasSubstr("DWGNAME = \"plan.dwg\""));
+    EXPECT_EQ(run("SETVAR DWGNAME\n", "--no-load none.dwg"), 1);
+}
+
+TEST_F(Batch, UnknownAndFailedCommandsFailTheRunAndTheRestIsCarriedOut) {
+    EXPECT_EQ(run("FROB\n-INSERT /none.dwg\nCIRCLE 0,0 1\nSAVEAS plan.dwg\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("Not carried out: Unknown command \"FROB\".\n"));
+    EXPECT_THAT(transcript, HasSubstr("Not carried out: -INSERT failed\n"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "plan.dwg"));
+}
+
+TEST_F(Batch, ACommandThatWaitsAtTheEndIsCancelledAndFailsTheRun) {
+    EXPECT_EQ(run("CIRCLE 0,0\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("CIRCLE was cancelled by the end of the input"));
+}
+
+TEST_F(Batch, AWrongCommandLineExitsWithTwo) {
+    EXPECT_EQ(command("--batch"), 2);
+    EXPECT_EQ(command("--nonsense"), 2);
+    EXPECT_EQ(command("--batch --script none.scr"), 2);
+    EXPECT_EQ(command("one.dwg two.dwg"), 2);
+    EXPECT_EQ(command("--help"), 0);
+}
+
+TEST_F(Batch, AModuleIsLoadedAndAMissingOneFailsTheRun) {
+    EXPECT_EQ(run("RECORDINGHELLO\n", "--load " TESSARO_BIN_DIR "/modules/recording.arx"), 0) << transcript;
+    EXPECT_THAT(transcript, HasSubstr("hello from the module"));
+    EXPECT_THAT(transcript, HasSubstr("message 8 with no drawing"));
+    EXPECT_EQ(run("", "--load none.arx"), 1);
+}
+
+TEST_F(Batch, LinesForWindowsActOnTheMainWindowWhereNoOtherIsUp) {
+    EXPECT_EQ(run("CIRCLE 0,0 1\n> wait 50\n> grab window.png\n> expect commandHistory \"Command: CIRCLE\"\n"), 0)
+        << transcript;
+    EXPECT_EQ(tests::readFile(folder.path() / "window.png").substr(1, 3), "PNG");
+}
+
+TEST_F(Batch, ALineForAWindowThatCanNotBeCarriedOutFailsTheRun) {
+    EXPECT_EQ(run("> frob x\n> click \"open quote\n> expect commandHistory nowhere\n> grab /none/x.png\n> wait soon\n"),
+              1);
+    EXPECT_THAT(transcript, HasSubstr("line 1: \"frob\" is no action"));
+    EXPECT_THAT(transcript, HasSubstr("line 2: the line can't be read"));
+    EXPECT_THAT(transcript, HasSubstr("line 3: \"commandHistory\" says"));
+    EXPECT_THAT(transcript, HasSubstr("line 4: \"/none/x.png\" can't be written"));
+    EXPECT_THAT(transcript, HasSubstr("line 5: wait needs milliseconds"));
+}
+
+TEST_F(Batch, AModalWindowIsAnsweredByALine) {
+    EXPECT_EQ(run("COLOUR\n> answer 3\n", "--load " TESSARO_BIN_DIR "/modules/recording.arx"), 0) << transcript;
+    EXPECT_THAT(transcript, HasSubstr("colour 3\n"));
+}
+
+TEST_F(Batch, AModalWindowThatNoLineAnswersIsClosedAndFailsTheRun) {
+    EXPECT_EQ(run("COLOUR\nCIRCLE 0,0 1\n", "--load " TESSARO_BIN_DIR "/modules/recording.arx"), 1);
+    EXPECT_THAT(transcript, HasSubstr("no line answers the window \"Select Color: Color index (1 to 255):\""));
+    EXPECT_THAT(transcript, HasSubstr("no colour\n"));
+    EXPECT_THAT(transcript, HasSubstr("Command: CIRCLE")) << "the script goes on";
+}
+
+TEST_F(Batch, RealDrawingsAreInsertedSavedAndFoundAgain) {
+    const auto drawings = tests::sharedFolder("drawings");
+    if (drawings.empty())
+        GTEST_SKIP() << "no shared drawings";
+    std::vector<std::string> blocks;
+    std::string script = "NEW\n";
+    for (const auto& entry : std::filesystem::directory_iterator(drawings / "2000")) {
+        if (entry.path().extension() != ".dwg")
+            continue;
+        blocks.push_back(entry.path().stem().string());
+        script +=
+            "-INSERT " + entry.path().string() + "\n_scale 1 _rotate 0\n" + std::to_string(blocks.size()) + ",0\n";
+    }
+    ASSERT_FALSE(blocks.empty());
+    ASSERT_EQ(run(script + "SAVEAS all.dwg\n"), 0) << transcript;
+    ASSERT_EQ(run("-INSERT\n?\n*\n" + blocks.front() + "\n0,0 1 1 0\n", "--no-load all.dwg"), 0) << transcript;
+    for (const std::string& block : blocks)
+        EXPECT_THAT(transcript, HasSubstr("\"" + block + "\""));
+    EXPECT_THAT(transcript, Not(HasSubstr("Can't find")));
+}
+
+} // namespace
