@@ -207,7 +207,7 @@ public:
         Put(out, 4, 2);
         Put(out, 0, 4);
         Put(out, stride * height, 4);
-        Put(out, 0, 16);
+        out.append(16, '\0'); // pixels a metre, numbers of colours
         for (const auto& colour : kStandardColours)
             Put(out, static_cast<std::uint32_t>(colour[2] | colour[1] << 8 | colour[0] << 16), 4);
 

@@ -35,17 +35,17 @@ std::vector<std::wstring> ReadNumberedKeys(const std::wstring& section, const st
             keys.emplace(number, key);
 
     std::vector<std::wstring> values;
-    int next = 1;
+    int last = 0;
     bool gap = false;
     for (const auto& [number, key] : keys) {
-        if (number != next && !gap) {
+        if (number - 1 != last && !gap) {
             values.emplace_back();
             gap = true;
         }
         values.push_back(ReadValue(section, key, file));
-        next = number + 1;
+        last = number;
     }
-    if (next <= count && !gap)
+    if (last < count && !gap)
         values.emplace_back();
     return values;
 }

@@ -338,7 +338,7 @@ TEST_F(Settings, LoadingLeavesItsTrailInTheLog) {
                       "\r\nLoad the Inifile\r\nCachefile location: /x/y.cache\r\nLoad the MapSchemes\r\n"
                       "Load Directories\r\nLoadIni return\r\nLoadIni\r\nLoadIni return\r\n");
         std::filesystem::remove_all(folder.path());
-        std::exit(HasFailure() ? 1 : 0);
+        std::_Exit(HasFailure() ? 1 : 0);
     };
     EXPECT_EXIT(session(), testing::ExitedWithCode(0), "");
 }
