@@ -52,21 +52,19 @@ struct DeleteScope {
 } // namespace
 
 void StartDeleteDirectory(int row, LoaderWaits waits) {
+    // Read here and not by the thread, so that a close that overtakes it takes no effect away.
+    BrowserWindow* const window = theBlockDlg;
+    Directory* const directory = window != nullptr ? window->DirectoryAt(row) : nullptr;
+    if (directory == nullptr)
+        return;
     ++loaderThreads.deletes;
-    StartThread(L"DeleteDirectory", [row, waits] {
+    StartThread(L"DeleteDirectory", [directory, row, waits] {
         const DeleteScope scope;
-        DeleteDirectory(row, waits);
+        DeleteDirectory(directory, row, waits);
     });
 }
 
-void DeleteDirectory(int row, LoaderWaits waits) {
-    Directory* directory = nullptr;
-    platform::CallOnMainThread([&] {
-        if (BrowserWindow* const window = theBlockDlg)
-            directory = window->DirectoryAt(row);
-    });
-    if (directory == nullptr)
-        return;
+void DeleteDirectory(Directory* directory, int row, LoaderWaits waits) {
     // With no worker nobody lowers `pause` any more, and nobody reads.
     while (loader.pause != 0 && loaderThreads.workerRuns)
         std::this_thread::sleep_for(waits.deletePoll);

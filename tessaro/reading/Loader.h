@@ -44,7 +44,7 @@ void CheckPause();
 void StartDeleteDirectory(int row, LoaderWaits waits = {});
 /// Thread function of the delete path: waits until the worker has noticed the change of directory, or has ended, and
 /// removes the Directory with its row and its cache file.
-void DeleteDirectory(int row, LoaderWaits waits = {});
+void DeleteDirectory(Directory* directory, int row, LoaderWaits waits = {});
 /// Waits, serving calls, until the last finisher and delete thread are gone. Main thread, before a dialog is made.
 void WaitForLastClose();
 
