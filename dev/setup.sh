@@ -1,8 +1,8 @@
 # Sourced by run, test and the commands of dev/: installs by package name what is missing, and builds.
 # Works as root or with sudo; says what it does; quick when nothing is to be done.
 
-tessaro_packages=(build-essential cmake ninja-build qt6-base-dev zlib1g-dev liblodepng-dev)
-tessaro_test_packages=(libgtest-dev libgmock-dev gdal-bin locales)
+tessaro_packages=(build-essential cmake ninja-build qt6-base-dev zlib1g-dev liblodepng-dev libgtest-dev libgmock-dev fontconfig fonts-dejavu-core)
+tessaro_test_packages=(gdal-bin locales)
 tessaro_lint_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev)
 
 # install_missing PACKAGE...
