@@ -11,6 +11,7 @@
 
 using testing::Contains;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::MatchesRegex;
 using testing::Not;
 using testing::StartsWith;
@@ -65,6 +66,7 @@ TEST(Lifecycle, AnInterfaceModuleThatIsInTheProcessIsNotLoaded) {
     const auto lines = place.run({kInit});
     unsetenv("LD_PRELOAD");
     EXPECT_THAT(lines, Not(Contains(StartsWith("loadModule"))));
+    EXPECT_THAT(lines, Not(Contains(HasSubstr("acISMui")))) << "nothing is printed about it";
     EXPECT_THAT(lines, Contains("answer 0"));
 }
 
@@ -144,6 +146,15 @@ TEST(Lifecycle, UnderAnotherFileNameTheFolderIsTheHostsAndTheModuleKeepsRunning)
                                 "false"));
     EXPECT_EQ(lines.back(), "answer 0");
     EXPECT_THAT(place.log(), testing::IsEmpty()) << "the log belongs beside the host's executable";
+}
+
+TEST(Lifecycle, CommandsThatTheHostRefusesLeaveTheRestOfTheInitialisation) {
+    const tests::ModulePlace place;
+    const auto lines = place.run({"refuse commands", kInit, kLoadDrawing});
+    EXPECT_THAT(lines, Contains("print Use the command 'tessaro' to launch Tessaro."));
+    EXPECT_THAT(lines, Contains("loadModule acISMui.arx print false command true"));
+    EXPECT_THAT(After(lines, "loadModule acISMui.arx print false command true"),
+                ElementsAre("answer 0", "addReactor", "answer 0"));
 }
 
 TEST(Lifecycle, TheVersionIsTheHostInterfaces) {

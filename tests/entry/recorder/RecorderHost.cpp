@@ -10,6 +10,7 @@
 
 std::map<std::wstring, AcRxFunctionPtr> addedCommands;
 AcEditorReactor* addedReactor = nullptr;
+bool commandsAreRefused = false;
 
 void Tell(const std::wstring& line) {
     for (const wchar_t c : line)
@@ -40,6 +41,8 @@ class RecorderCommands : public AcEdCommandStack {
         Tell(L"addCommand " + std::wstring(group) + L" " + globalName + L" " + localName + L" flags " +
              std::to_wstring(flags) + L" context " + Flag(context != nullptr) + L" code " +
              std::to_wstring(functionCode) + L" resource " + Flag(resourceHandle != nullptr));
+        if (commandsAreRefused)
+            return Acad::eInvalidInput;
         addedCommands[globalName] = function;
         return 0;
     }

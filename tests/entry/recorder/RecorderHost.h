@@ -9,6 +9,8 @@
 extern std::map<std::wstring, AcRxFunctionPtr> addedCommands;
 /// The one that was added last and not removed again.
 extern AcEditorReactor* addedReactor;
+/// The command stack takes no command.
+extern bool commandsAreRefused;
 
 /// One line of what the module did.
 void Tell(const std::wstring& line);

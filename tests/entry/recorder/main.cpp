@@ -1,5 +1,5 @@
-// entry_recorder MODULE STEP...: a step is the number of a message, "version", or "command NAME",
-// which runs a command that was added.
+// entry_recorder MODULE STEP...: a step is the number of a message, "version", "command NAME",
+// which runs a command that was added, or "refuse commands", which has the command stack take none from there on.
 #include "tests/entry/recorder/RecorderHost.h"
 
 #include <dlfcn.h>
@@ -35,6 +35,8 @@ int main(int count, char** arguments) {
         const std::string step = arguments[place];
         if (step == "version") {
             Tell(L"version " + std::to_wstring(version()));
+        } else if (step == "refuse commands") {
+            commandsAreRefused = true;
         } else if (step.rfind("command ", 0) == 0) {
             const auto command = addedCommands.find(Widen(step.substr(8)));
             if (command == addedCommands.end())
