@@ -2,6 +2,7 @@
 
 #include "editor/sdk/documents.h"
 #include "editor/sdk/editor.h"
+#include "editor/sdk/status.h"
 
 #include <cstdarg>
 #include <cstdio>
