@@ -10,7 +10,6 @@ namespace dwg {
 namespace {
 
 constexpr std::size_t guardLength = 16;
-constexpr std::size_t checkLength = 2;
 
 // The string stream ends at `end`: its last bit tells whether there is one, ahead of it stands its length in bits.
 BitReader textBefore(ByteView bytes, std::size_t end) {
@@ -62,8 +61,7 @@ Result<GuardedSection> openGuardedSection(Bytes bytes, Release release, std::uin
                                                           [](unsigned a, unsigned b) { return (a ^ b) == 0xFF; });
         if (!guarded)
             findings->push_back({name, "the guards around the section don't belong together", contentEnd});
-        const std::size_t checkedFrom = guardLength;
-        if (!tail.failed() && crc16(view.subspan(checkedFrom, contentEnd - checkedFrom)) != stored)
+        if (!tail.failed() && crc16(view.subspan(guardLength, contentEnd - guardLength)) != stored)
             findings->push_back({name, "the section's check doesn't match", contentEnd});
     }
 
