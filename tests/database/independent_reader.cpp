@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <cstdio>
 #include <map>
 #include <numbers>
+#include <sstream>
 
 using namespace tests;
 using namespace dwg::object_type;
@@ -28,6 +30,19 @@ std::size_t countOf(const std::string& text, const std::string& part) {
     for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
         ++count;
     return count;
+}
+
+/// The points of the geometry that the reader shows for the first entity of a kind.
+std::vector<AcGePoint3d> pointsOf(const std::string& text, const std::string& kind) {
+    std::vector<AcGePoint3d> points;
+    const std::size_t entity = text.find("cadgeom_type (String) = " + kind + "\n");
+    const std::size_t from = entity == std::string::npos ? entity : text.find(" Z (", entity);
+    if (from == std::string::npos)
+        return points;
+    std::istringstream numbers(text.substr(from + 4, text.find(')', from) - from - 4));
+    for (AcGePoint3d point; numbers >> point.x >> point.y >> point.z; numbers.ignore(1))
+        points.push_back(point);
+    return points;
 }
 
 void addAll(AcDbDatabase& database) {
@@ -82,11 +97,23 @@ TEST(IndependentReader, ReadsCountsCoordinatesAndLayersOfASavedDrawing) {
         EXPECT_EQ(countOf(read, std::string("cadgeom_type (String) = CAD") + (kind + 4)), 1u) << kind;
     EXPECT_EQ(countOf(read, "cadgeom_type (String) = CADLine\n"), 2u);
     EXPECT_EQ(countOf(read, "cadgeom_type (String) = CADLWPolyline"), 1u);
-    for (const char* const geometry :
-         {"LINESTRING Z (1 2 0,3.5 4.25 0)", "LINESTRING Z (7 8 0,9.0 10.5 0)", "POINT Z (11.5 12.5 0)",
-          "(100 100 0,110 100 0,110 120 0)", "POINT Z (5 6 0)", "CIRCULARSTRING"})
+    for (const char* const geometry : {"LINESTRING Z (1 2 0,3.5 4.25 0)", "LINESTRING Z (7 8 0,9.0 10.5 0)",
+                                       "POINT Z (11.5 12.5 0)", "(100 100 0,110 100 0,110 120 0)", "POINT Z (5 6 0)",
+                                       "CIRCULARSTRING Z (18 30 0,20 32 0,22 30 0,20 28 0,18 30 0)"})
         EXPECT_NE(read.find(geometry), std::string::npos) << geometry;
     EXPECT_NE(read.find("Kitchen"), std::string::npos);
+
+    const auto arc = pointsOf(read, "CADArc");
+    ASSERT_EQ(arc.size(), 3u);
+    EXPECT_NEAR(arc[0].x, 43, 1e-9);
+    EXPECT_NEAR(arc[0].y, 50, 1e-9);
+    for (const AcGePoint3d& point : arc)
+        EXPECT_NEAR(std::hypot(point.x - 40, point.y - 50), 3, 1e-9);
+    const auto ellipse = pointsOf(read, "CADEllipse");
+    ASSERT_GT(ellipse.size(), 16u);
+    EXPECT_NEAR(ellipse[0].x, 64, 1e-9);
+    for (const AcGePoint3d& point : ellipse)
+        EXPECT_NEAR(std::hypot((point.x - 60) / 4, (point.y - 70) / 2), 1, 1e-9);
 }
 
 } // namespace
