@@ -46,10 +46,11 @@ std::vector<std::uint8_t> ReadRange(platform::File& file, std::uint64_t start, s
 PreviewSection ReadPreviewSection(platform::File& drawing) {
     PreviewSection section;
     drawing.Seek(kSectionAddressAt);
-    const std::uint64_t address = Number(ReadBytes<4>(drawing).data());
-    drawing.Seek(address + kSentinelSize);
+    const std::uint64_t sectionAddress = Number(ReadBytes<4>(drawing).data());
+    drawing.Seek(sectionAddress + kSentinelSize);
     const auto table = ReadBytes<5>(drawing); // The section's size, which nobody needs, and the count.
-    for (int left = table[4]; left > 0; --left) {
+    const int entryCount = table[4];
+    for (int i = 0; i < entryCount; ++i) {
         const auto entry = ReadBytes<9>(drawing);
         const PreviewEntry place{Number(&entry[1]), Number(&entry[5])};
         switch (entry[0]) {
