@@ -1,5 +1,6 @@
 #include "tests/reading/LoaderFixture.h"
 
+#include "tessaro/catalogue/IniStore.h"
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
@@ -36,6 +37,7 @@ LoaderTest::~LoaderTest() {
     loader.kickevent.ResetEvent();
     loader.pause = 0;
     loader.quit = false;
+    ForgetIniFile(iniPath);
 }
 
 void LoaderTest::Watch(const std::wstring& path) {
