@@ -26,9 +26,8 @@ Result<SummaryInfo> readSummaryInfo(const DrawingFile& file, Findings* findings 
 /// The same from the bytes of the section. Texts are in the code page of this number before 2007, UTF-16 from then on.
 Result<SummaryInfo> readSummaryInfo(ByteView section, Release release, std::uint16_t codePage);
 
-/// The section as the release stores it; texts are cut at 16,383 characters or, in a code
-/// page, 32,767 bytes. `release` is
-/// 2004 or later.
+/// The section as the release stores it; texts are cut at 16,383 characters or, in a code page, 32,767 bytes. `release`
+/// is 2004 or later.
 Bytes writeSummaryInfo(const SummaryInfo& info, Release release, std::uint16_t codePage);
 
 } // namespace dwg

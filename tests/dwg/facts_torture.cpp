@@ -6,6 +6,7 @@
 #include "editor/dwg/summary_info.h"
 #include "editor/dwg/write_drawing.h"
 #include "tests/dwg/container_builder.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tools/torture_cases.h"
 
 #include <gmock/gmock.h>
@@ -66,6 +67,17 @@ TEST(Torture, pagedFiles) {
 
 TEST(Torture, aFileOf2007) {
     torture(tests::buildFile2007(someSections(Release::r2007)));
+}
+
+TEST(Torture, theSeedsOfTheFuzzTarget) {
+    std::size_t seeds = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(TESSARO_SOURCE_DIR "/fuzz/seeds/dwg")) {
+        SCOPED_TRACE(entry.path());
+        const std::string text = tests::readFile(entry.path());
+        torture(Bytes(text.begin(), text.end()));
+        ++seeds;
+    }
+    EXPECT_GE(seeds, 6u);
 }
 
 TEST(Torture, damageIsTheSameInEveryRun) {
