@@ -21,8 +21,8 @@ constexpr int kBackups = 9;
 constexpr int kWriteAttempts = 50;
 constexpr std::chrono::milliseconds kWritePause{100};
 
-/// Images by lower-cased path.
-std::unordered_map<std::wstring, std::unique_ptr<CStringToObMap>> iniFiles;
+/// Images by lower-cased path. Never destroyed, as an image does not own its sections and the finisher may still write.
+auto& iniFiles = *new std::unordered_map<std::wstring, std::unique_ptr<CStringToObMap>>;
 
 void EmptyImage(CStringToObMap& image) {
     for (const auto& [name, section] : image)

@@ -7,7 +7,7 @@ namespace {
 
 void append(PreviewBytes& out, std::uint64_t value, int size) {
     for (int i = 0; i < size; ++i)
-        out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        out.push_back(static_cast<std::uint8_t>(i < 8 ? value >> (8 * i) : 0));
 }
 
 void appendRow(PreviewBytes& out, const std::vector<std::uint32_t>& row, std::uint16_t bits) {

@@ -13,9 +13,15 @@ namespace tests {
 
 HelperFixture* HelperFixture::current = nullptr;
 
+void ForgetServices() {
+    static auto& made = *new std::vector<std::intptr_t>;
+    made.push_back(servicesptr);
+    servicesptr = 0;
+}
+
 HelperFixture::HelperFixture() {
     platform::SetMainThread();
-    servicesptr = 0;
+    ForgetServices();
     LocalPath = platform::FromNarrow(TESSARO_BIN_DIR "/fake_helper");
     platform::SharedLibrary library(LocalPath + L"/TessaroHelper.dll");
     const auto setAnswer = reinterpret_cast<void (*)(FakeAnswer)>(library.Find(kFakeHelperSetAnswer));
@@ -28,7 +34,7 @@ HelperFixture::HelperFixture() {
 
 HelperFixture::~HelperFixture() {
     current = nullptr;
-    servicesptr = 0;
+    ForgetServices();
     LocalPath.clear();
 }
 

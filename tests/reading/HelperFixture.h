@@ -11,6 +11,9 @@
 
 namespace tests {
 
+/// Makes the bridge find its helper anew. The object that it had lives to the end of the process, as the bridge's own.
+void ForgetServices();
+
 /// What the bridge asked the helper for, and where the helper answers.
 struct HelperCall {
     std::wstring path;

@@ -8,6 +8,7 @@
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/reading/Bridge.h"
+#include "tests/reading/HelperFixture.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -23,14 +24,14 @@ namespace {
 class RealHelper : public testing::Test {
 protected:
     RealHelper() {
-        servicesptr = 0;
+        ForgetServices();
         LocalPath = platform::FromNarrow(TESSARO_BIN_DIR);
         preview = PreviewBytes(kDibHeaderSize, 0);
         preview[4] = 200;
         preview[8] = 100;
     }
     ~RealHelper() override {
-        servicesptr = 0;
+        ForgetServices();
         LocalPath.clear();
     }
 
