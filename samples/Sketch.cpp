@@ -164,7 +164,7 @@ void Sketch::arc(double x, double y, double radius, double from, double to) {
     body.radius = radius;
     body.startAngle = from * degree;
     body.endAngle = to * degree;
-    state->add(std::make_unique<NewEntity>(dwg::object_type::arc, std::move(body)));
+    state->add(std::make_unique<NewEntity>(dwg::object_type::arc, body));
 }
 
 void Sketch::ellipse(double x, double y, double length, double ratio, double angle) {
@@ -173,13 +173,13 @@ void Sketch::ellipse(double x, double y, double length, double ratio, double ang
     body.majorAxis = {length * std::cos(angle * degree), length * std::sin(angle * degree), 0};
     body.axisRatio = ratio;
     body.endAngle = 2 * std::numbers::pi;
-    state->add(std::make_unique<NewEntity>(dwg::object_type::ellipse, std::move(body)));
+    state->add(std::make_unique<NewEntity>(dwg::object_type::ellipse, body));
 }
 
 void Sketch::point(double x, double y) {
     dwg::PointEntity body;
     body.position = {x, y, 0};
-    state->add(std::make_unique<NewEntity>(dwg::object_type::point, std::move(body)));
+    state->add(std::make_unique<NewEntity>(dwg::object_type::point, body));
 }
 
 void Sketch::polyline(const std::vector<Corner>& corners, bool closed) {
@@ -225,7 +225,7 @@ void Sketch::text(double x, double y, double height, const std::wstring& words) 
 void Sketch::solid(double x1, double y1, double x2, double y2, double x3, double y3) {
     dwg::Solid body;
     body.corners = {dwg::Point2{x1, y1}, dwg::Point2{x2, y2}, dwg::Point2{x3, y3}, dwg::Point2{x3, y3}};
-    state->add(std::make_unique<NewEntity>(dwg::object_type::solid, std::move(body)));
+    state->add(std::make_unique<NewEntity>(dwg::object_type::solid, body));
 }
 
 void Sketch::base(double x, double y) {

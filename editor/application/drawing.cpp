@@ -62,7 +62,7 @@ AcDbObjectId addToModelSpace(AcDbDatabase& database, std::unique_ptr<AcDbEntity>
     AcDbObjectId id;
     AcDbEntity* const added = entity.get();
     if (space->appendAcDbEntity(id, added) == eOk) {
-        entity.release();
+        (void)entity.release(); // the drawing owns it now
         added->setLayer(database.clayer());
         added->close();
     }

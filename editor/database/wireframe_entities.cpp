@@ -174,7 +174,8 @@ void WireframeBuilder::draw(const dwg::MultilineText& body, const Transform& to)
     const double whole = body.height + pitch * static_cast<double>(lines.size() - 1);
     // Attachments 1 to 9 go by rows from the top left.
     const int attachment = body.attachment >= 1 && body.attachment <= 9 ? body.attachment - 1 : 0;
-    const double drop = whole * (attachment / 3) / 2;
+    const int row = attachment / 3;
+    const double drop = whole * row / 2;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         const double width = across * static_cast<double>(lines[i].size());
         const double left = -width * (attachment % 3) / 2;

@@ -44,7 +44,7 @@ void sendMouse(QWidget& widget, QEvent::Type type, const QPoint& place, Qt::Mous
     QApplication::sendEvent(&widget, &event);
 }
 
-void clickAt(QPointer<QWidget> widget, const QPoint& place, Qt::MouseButton button) {
+void clickAt(const QPointer<QWidget>& widget, const QPoint& place, Qt::MouseButton button) {
     sendMouse(*widget, QEvent::MouseButtonPress, place, button);
     if (widget)
         sendMouse(*widget, QEvent::MouseButtonRelease, place, button);
@@ -180,7 +180,7 @@ ActionResult setControl(QWidget& window, Words words) {
         return missing(words[0]);
     if (!control->isEnabled())
         return ActionResult::again("\"" + words[0] + "\" is disabled");
-    const QString text = words[1];
+    const QString& text = words[1];
     if (auto* const edit = qobject_cast<QLineEdit*>(control)) {
         later(*edit, [edit, text] { typeInto(*edit, text); });
     } else if (auto* const box = qobject_cast<QComboBox*>(control)) {
