@@ -254,7 +254,9 @@ TEST_F(CommandsTest, AFunctionOfAnotherModuleIsFoundByName) {
     EXPECT_FALSE(Find(true, L"/no/such/module", L"TessaroHelper_Services").IsValid());
     EXPECT_FALSE(Find(false, L"nosuchmodule.dll", L"TessaroHelper_Services").IsValid());
     const Find loaded(true, library, L"TessaroHelper_Services");
-    const Find found(false, L"TessaroHelper.dll", L"TessaroHelper_Services");
-    ASSERT_TRUE(found.IsValid());
-    EXPECT_NE(found(0), nullptr);
+    EXPECT_TRUE(Find(false, L"TessaroHelper.dll", L"TessaroHelper_Services").IsValid());
+
+    const dll::stdcall::dll1<int, int> absolute(false, L"libc.so.6", L"abs");
+    ASSERT_TRUE(absolute.IsValid());
+    EXPECT_EQ(absolute(-5), 5);
 }
