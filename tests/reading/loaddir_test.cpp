@@ -307,6 +307,19 @@ TEST_F(LoadDirTest, AnInterruptedFillLeavesReservedRowsUnderTheCurtainAndIsTaken
     EXPECT_FALSE(window.curtain);
 }
 
+TEST_F(LoadDirTest, RowsThatADeleteEmptiesDuringTheFillAreMissingAndTheDirectoryIsReadAllTheSame) {
+    Directory* const directory = AddFolder("a", {"k", "l", "m"});
+    currentDirectory = directory;
+    window.onBlockRowFilled = [this](int row) {
+        if (row == 1)
+            window.EmptyBlockList();
+    };
+    EXPECT_EQ(LoadDir(directory), kDone);
+    EXPECT_THAT(window.blockRows, IsEmpty());
+    EXPECT_THAT(Examined(), ElementsAre("a/k", "a/l", "a/m"));
+    EXPECT_TRUE(directory->loaded);
+}
+
 TEST_F(LoadDirTest, AFillWhoseDirectoryIsLeftStopsWithoutAnInterruption) {
     Directory* const directory = AddFolder("a", {"k", "l", "m"});
     currentDirectory = directory;

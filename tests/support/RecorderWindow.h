@@ -76,8 +76,10 @@ public:
 private:
     void Note(const char* operation);
     void CheckThread() const;
+    /// Like a list control, takes what is set on a row that is not there and forgets it.
     BlockRow& RowAt(int row);
 
+    BlockRow beyond;
     const std::thread::id owner = std::this_thread::get_id();
 };
 
