@@ -335,6 +335,7 @@ template <class T> int acdbOpenObject(T*& object, AcDbObjectId id, AcDb::OpenMod
     object = dynamic_cast<T*>(opened);
     if (object != nullptr)
         return eOk;
-    opened->close();
+    if (opened != nullptr)
+        opened->close();
     return Acad::eNotApplicable;
 }
