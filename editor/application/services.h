@@ -4,9 +4,23 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// What the editor needs of a window. All calls come on the main thread.
 namespace editor {
+
+/// What of the model is seen, from above. Lengths in drawing units.
+struct View {
+    AcGePoint3d center;
+    double width = 1, height = 1;
+};
+
+/// A block that follows the pointer until its point is given.
+struct Ghost {
+    AcDbObjectId block;
+    AcGeVector3d scale{1, 1, 1};
+    double rotation = 0; ///< radians
+};
 
 /// What a prompt is asking for, for whoever supplies the answers.
 struct Prompt {
@@ -15,6 +29,8 @@ struct Prompt {
     std::wstring text;               ///< as shown
     std::optional<AcGePoint3d> base; ///< a rubber band is drawn from here
     bool wholeLine = false;          ///< blanks belong to the answer; otherwise a blank ends it like Enter
+    bool rectangle = false;          ///< the rubber band is a rectangle with `base` as its other corner
+    std::optional<Ghost> ghost;      ///< shown at the pointer
 };
 
 /// One thing that the user did.
@@ -63,6 +79,14 @@ public:
     virtual AcDbObjectId objectAt(const AcGePoint3d& point);
     /// The whole drawing is to be shown.
     virtual void zoomExtents() {}
+    /// Nothing without a window.
+    virtual std::optional<View> view() const { return std::nullopt; }
+    /// Shows all of that part of the model, and what else fits the window's shape.
+    virtual void setView(const View&) {}
+    /// The drawing is to be drawn anew from its database.
+    virtual void regenerate() {}
+    /// These objects are marked as selected; none ends it.
+    virtual void highlight(const std::vector<AcDbObjectId>&) {}
     /// Drawings were opened, closed, renamed or made current.
     virtual void documentsChanged() {}
     /// A command has ended that may have changed the current drawing.
