@@ -4,6 +4,7 @@
 #include "tessaro/catalogue/IniMaps.h"
 #include "tessaro/platform/File.h"
 #include "tessaro/platform/Paths.h"
+#include "tessaro/platform/SafeFile.h"
 #include "tessaro/platform/Text.h"
 
 #include <algorithm>
@@ -101,7 +102,7 @@ void SetLine(CStringToStringMap& section, const std::wstring& line) {
         section.SetAt(platform::ToLower(line.substr(0, equals)), line.substr(equals + 1));
 }
 
-void ShiftBackups(const std::wstring& file) {
+void ShiftBackups(const std::wstring& file, bool replaces) {
     const CFileName name(file);
     const std::wstring folder = name.GetDriveDir(), title = name.GetTitle();
     const auto backup = [&](int number) {
@@ -110,7 +111,33 @@ void ShiftBackups(const std::wstring& file) {
     platform::RemoveFile(backup(kBackups));
     for (int number = kBackups; number >= 2; --number)
         platform::MoveFile(backup(number - 1), backup(number));
-    platform::MoveFile(file, backup(1));
+    // The new file's name change ends the old one's life under its own name, so that it is there until then.
+    if (replaces)
+        platform::BackupFile(file, backup(1));
+    else
+        platform::MoveFile(file, backup(1));
+}
+
+/// Opens the new file beside the old one and writes the text.
+enum class Written { yes, notOpened, failed };
+Written WriteBeside(platform::SafeFile& out, const std::wstring& file, const std::string& bytes) {
+    if (!out.Open(file, platform::File::shareExclusive))
+        return Written::notOpened;
+    try {
+        out.Write(bytes.data(), bytes.size());
+    } catch (const platform::FileException&) {
+        return Written::failed;
+    }
+    return Written::yes;
+}
+
+bool Replace(platform::SafeFile& out) {
+    try {
+        out.Commit(platform::SafeFile::Flush::yes);
+    } catch (const platform::FileException&) {
+        return false;
+    }
+    return true;
 }
 
 /// Line feeds as they stand on disk.
@@ -215,22 +242,20 @@ bool WriteIniFile(const std::wstring& file, bool backup, const platform::Sleeper
     const CStringToObMap* const image = FindImage(file);
     if (image == nullptr)
         return false;
-    if (backup)
-        ShiftBackups(file);
     const std::string bytes = TextOf(*image);
-    platform::File out;
-    for (int attempt = 1;; ++attempt) {
-        if (out.Open(file, platform::File::modeCreate | platform::File::modeWrite | platform::File::shareExclusive))
-            break;
-        sleep(kWritePause);
+    platform::SafeFile out;
+    auto written = Written::notOpened;
+    if (backup) {
+        // An attempt ahead of those that count: the new text is there before the old file gives up its name.
+        written = WriteBeside(out, file, bytes);
+        ShiftBackups(file, out.IsBeside());
+    }
+    for (int attempt = 0; written == Written::notOpened; ++attempt) {
         if (attempt == kWriteAttempts)
             return false;
+        written = WriteBeside(out, file, bytes);
+        if (written == Written::notOpened)
+            sleep(kWritePause);
     }
-    try {
-        out.Write(bytes.data(), bytes.size());
-        out.Close();
-    } catch (const platform::FileException&) {
-        return false;
-    }
-    return true;
+    return written == Written::yes && Replace(out);
 }

@@ -1,5 +1,6 @@
 #include "tessaro/platform/File.h"
 
+#include "tessaro/platform/FileRules.h"
 #include "tessaro/platform/NativePath.h"
 #include "tessaro/platform/Text.h"
 
@@ -11,7 +12,6 @@
 #include <unistd.h>
 
 namespace platform {
-namespace {
 
 FileException::Cause CauseOf(int error) {
     switch (error) {
@@ -48,6 +48,26 @@ FileException::Cause CauseOf(int error) {
     }
 }
 
+FileException::Cause Refusal(const struct stat& status, bool writes) {
+    return !S_ISREG(status.st_mode) || (writes && (status.st_mode & 0222) == 0) ? FileException::accessDenied
+                                                                                : FileException::none;
+}
+
+bool WriteAll(int descriptor, const char* bytes, std::size_t count) {
+    while (count > 0) {
+        const ssize_t written = write(descriptor, bytes, count);
+        if (written < 0 && errno != EINTR)
+            return false;
+        if (written > 0) {
+            bytes += written;
+            count -= static_cast<std::size_t>(written);
+        }
+    }
+    return true;
+}
+
+namespace {
+
 int SystemFlags(unsigned mode) {
     const bool writes = (mode & File::modeWrite) != 0, reads = (mode & File::modeRead) != 0 || !writes;
     int flags = writes ? (reads ? O_RDWR : O_WRONLY) : O_RDONLY;
@@ -57,12 +77,6 @@ int SystemFlags(unsigned mode) {
         flags |= O_APPEND;
     // Not to wait for the other end of a pipe.
     return flags | O_CLOEXEC | O_NONBLOCK;
-}
-
-/// Why this status forbids the opening; none where it doesn't.
-FileException::Cause Refusal(const struct stat& status, bool writes) {
-    return !S_ISREG(status.st_mode) || (writes && (status.st_mode & 0222) == 0) ? FileException::accessDenied
-                                                                                : FileException::none;
 }
 
 struct Opened {
@@ -135,14 +149,8 @@ std::size_t File::Read(void* buffer, std::size_t count) {
 }
 
 void File::Write(const void* buffer, std::size_t count) {
-    std::size_t done = 0;
-    while (done < count) {
-        const ssize_t part = write(descriptor, static_cast<const char*>(buffer) + done, count - done);
-        if (part >= 0)
-            done += static_cast<std::size_t>(part);
-        else if (errno != EINTR)
-            throw FileException(CauseOf(errno), name);
-    }
+    if (!WriteAll(descriptor, static_cast<const char*>(buffer), count))
+        throw FileException(CauseOf(errno), name);
 }
 
 void File::Seek(std::uint64_t position) {

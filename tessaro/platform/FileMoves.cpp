@@ -1,3 +1,4 @@
+#include "tessaro/platform/FileRules.h"
 #include "tessaro/platform/NativePath.h"
 #include "tessaro/platform/Paths.h"
 
@@ -30,19 +31,6 @@ public:
     Descriptor& operator=(const Descriptor&) = delete;
     const int value;
 };
-
-bool WriteAll(int target, const char* bytes, std::size_t count) {
-    while (count > 0) {
-        const ssize_t written = write(target, bytes, count);
-        if (written < 0 && errno != EINTR)
-            return false;
-        if (written > 0) {
-            bytes += written;
-            count -= static_cast<std::size_t>(written);
-        }
-    }
-    return true;
-}
 
 /// Contents, rights and times of one open file into another that is empty, down to the disk.
 bool CopyContents(int source, int target) {
@@ -131,6 +119,20 @@ bool MoveFile(std::wstring_view from, std::wstring_view to) {
     if (errno == EEXIST)
         return respelled && rename(source->c_str(), target->c_str()) == 0;
     return (errno == EXDEV || errno == EINVAL || errno == ENOSYS) && MoveByCopy(*source, *target);
+}
+
+bool BackupFile(std::wstring_view from, std::wstring_view to) {
+    const auto source = FindNative(from);
+    const auto target = NativeForCreation(to);
+    if (!source || !target)
+        return false;
+    if (linkat(AT_FDCWD, source->c_str(), AT_FDCWD, target->c_str(), AT_SYMLINK_FOLLOW) == 0)
+        return true;
+    struct stat status;
+    if (errno == EEXIST || stat(target->c_str(), &status) == 0)
+        return false;
+    const bool behindLink = lstat(source->c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+    return behindLink ? CopyTo(*source, *target, false) : MoveFile(from, to);
 }
 
 bool CopyFile(std::wstring_view from, std::wstring_view to) {

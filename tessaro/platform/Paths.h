@@ -58,6 +58,9 @@ bool RemoveFile(std::wstring_view path);
 /// Never replaces another file (another spelling of the same file is a new name for it); works across file systems by a
 /// copy and a delete. Modification time and rights stay.
 bool MoveFile(std::wstring_view from, std::wstring_view to);
+/// Keeps a file that is about to be replaced under another name too: by a hard link or, where links are refused, by a
+/// move, or by a copy of what a symbolic link leads to. Never replaces.
+bool BackupFile(std::wstring_view from, std::wstring_view to);
 /// Keeps modification time and rights; replaces. A file is not copied onto itself.
 bool CopyFile(std::wstring_view from, std::wstring_view to);
 /// Makes the folders on the way too. False where the folder is there already.
