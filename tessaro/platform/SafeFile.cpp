@@ -83,10 +83,11 @@ bool TakeAfter(int descriptor, const struct stat& old) {
     return (now.st_mode & 07777) == (old.st_mode & 07777) || fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-/// The folder, or its file system, takes no new file or no other owner; a full disk and the like are no such refusal.
+/// The folder, or its file system, takes no new file or no other owner, or the file is mounted by itself; a full disk and
+/// the like are no such refusal.
 bool RefusesNewFiles(int error) {
     return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG || error == ENOTSUP ||
-           error == EINVAL;
+           error == EINVAL || error == EBUSY || error == EXDEV;
 }
 
 } // namespace
