@@ -126,7 +126,7 @@ void wardrobe(Sketch& s) {
     s.rectangle(0, 0, 1800, 600);
     detail(s);
     s.line(30, 300, 1770, 300);
-    for (double x = 150; x < 1700; x += 150)
+    for (int x = 150; x < 1700; x += 150)
         s.line(x - 40, 80, x + 40, 520);
     hidden(s);
     s.arc(0, 0, 600, 270, 360);

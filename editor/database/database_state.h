@@ -49,7 +49,8 @@ struct AcDbDatabase::Impl {
         result = dynamic_cast<T*>(object);
         if (result != nullptr)
             return eOk;
-        object->close();
+        if (object != nullptr)
+            object->close();
         return Acad::eNotApplicable;
     }
     /// Makes a new object part of the drawing under a new handle; its interface object is the database's from here on

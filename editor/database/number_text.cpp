@@ -29,7 +29,7 @@ int acdbRToS(double value, int unit, int precision, wchar_t* text, std::size_t s
     text[0] = L'\0';
     if ((unit != unitDecimal && unit != unitScientific) || !std::isfinite(value))
         return RTERROR;
-    char digits[400];
+    char digits[400] = {};
     const auto format = unit == unitDecimal ? std::chars_format::fixed : std::chars_format::scientific;
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value, format, precisionOf(precision));
     if (error != std::errc() || static_cast<std::size_t>(end - digits) >= size)

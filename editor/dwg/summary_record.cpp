@@ -135,7 +135,8 @@ Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts) {
     if (names == nullptr || names->as<Dictionary>() == nullptr)
         return Error{ErrorKind::missing, "no named-objects dictionary"};
     Object* object = drawing.find(findRecord(drawing));
-    DataRecord& record = object == nullptr ? makeRecord(drawing, *names) : *object->as<DataRecord>();
+    DataRecord* const found = object == nullptr ? nullptr : object->as<DataRecord>();
+    DataRecord& record = found == nullptr ? makeRecord(drawing, *names) : *found;
 
     const CodePage page(drawing.codePage);
     std::vector<std::uint8_t> rest;
