@@ -49,7 +49,7 @@ public:
             if (budget.Spent())
                 return true;
             AcDbSymbolTableRecord* record = nullptr;
-            if (iterator->getRecord(record, AcDb::kForRead) != eOk)
+            if (iterator->getRecord(record, AcDb::kForRead) != eOk || record == nullptr)
                 continue;
             if (const auto* definition = dynamic_cast<AcDbBlockTableRecord*>(record))
                 if (auto block = MakeBlock(*definition))
