@@ -1,9 +1,34 @@
 #include "tessaro/mapping/engine/Engine.h"
 
-bool MapAndInsertDrawing(const std::wstring&, const std::wstring&, const std::wstring&) {
-    return false;
+#include "tessaro/mapping/engine/MappingRun.h"
+
+namespace {
+
+/// A scheme by block name has no pass.
+bool RunPass(AcDbDatabase& side, MapScheme& scheme) {
+    MappingRun run(side, scheme);
+    switch (scheme.schemeType) {
+    case 0:
+        return run.MapLayerScheme();
+    case 1:
+        return run.MapLinetypeScheme();
+    case 2:
+        return run.MapColorScheme();
+    default:
+        return true;
+    }
 }
 
-void ApplyBlockNameScheme(const std::wstring&, const std::wstring&) {}
+} // namespace
 
-void RestoreCurrentLayer() {}
+bool MapAndInsertDrawing(const std::wstring& file, const std::wstring& blockName, const std::wstring& schemeName) {
+    AcDbDatabase side(false, false);
+    MapScheme** const scheme = schemes.Lookup(schemeName);
+    if (scheme == nullptr)
+        return false;
+    if (side.readDwgFile(file.c_str(), 1, false, nullptr) != eOk || !RunPass(side, **scheme))
+        return false;
+    AcDbDatabase* const drawing = acdbHostApplicationServices()->workingDatabase();
+    AcDbObjectId definition;
+    return drawing != nullptr && drawing->insert(definition, blockName.c_str(), &side, true) == eOk;
+}

@@ -31,6 +31,10 @@ void ResBuf::AppendShort(short value) {
     Append(RTSHORT).resval.rint = value;
 }
 
+void ResBuf::AppendNil() {
+    Append(RTNIL);
+}
+
 bool ResBuf::AppendVariable(const wchar_t* name) {
     resbuf value;
     if (acedGetVar(name, &value) != RTNORM)

@@ -18,6 +18,7 @@ public:
     void AppendString(const std::wstring& text);
     void AppendReal(double value);
     void AppendShort(short value);
+    void AppendNil();
     /// The value of a system variable as the host gives it; one that it does not know appends nothing and gives false.
     bool AppendVariable(const wchar_t* name);
     /// The element that ends a list of command elements.
