@@ -5,8 +5,6 @@
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
 
-#include <unordered_set>
-
 namespace {
 
 /// "path12_35" gives 12.
@@ -18,18 +16,25 @@ int CacheNumberOf(const std::wstring& cacheFile) {
 
 } // namespace
 
-int NextCacheNumber() {
-    std::unordered_set<int> taken;
+CacheNumbers::CacheNumbers() {
     for (const Directory* directory : directories) {
         // The one that a number is sought for.
-        if (directory->cacheFile.empty())
+        if (directory->cacheFile.empty()) {
+            hidden = directory != directories.back();
             break;
+        }
         taken.insert(CacheNumberOf(directory->cacheFile));
     }
-    int number = 1;
-    while (taken.contains(number))
-        ++number;
-    return number;
+}
+
+int CacheNumbers::Next() {
+    while (taken.contains(next))
+        ++next;
+    return hidden ? next : next++;
+}
+
+int NextCacheNumber() {
+    return CacheNumbers().Next();
 }
 
 std::wstring CacheFileName(int number) {

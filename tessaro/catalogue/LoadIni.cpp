@@ -67,6 +67,7 @@ void UpdateDirectories(const std::vector<std::wstring>& paths) {
     std::unordered_map<std::wstring, Directory*> byPath;
     for (Directory* directory : directories)
         byPath.emplace(directory->path, directory);
+    CacheNumbers numbers;
     for (const std::wstring& path : paths) {
         Directory*& directory = byPath[path];
         const bool added = directory == nullptr;
@@ -74,7 +75,7 @@ void UpdateDirectories(const std::vector<std::wstring>& paths) {
             directory = new Directory;
             directory->path = path;
             directories.push_back(directory);
-            directory->cacheFile = CacheFileName(NextCacheNumber());
+            directory->cacheFile = CacheFileName(numbers.Next());
         }
         ReadDirectoryDescription(*directory, iniPath);
         if (added)

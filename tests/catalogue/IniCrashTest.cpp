@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <random>
 #include <set>
 #include <sys/stat.h>
@@ -41,13 +42,22 @@ protected:
         return version;
     }
     std::filesystem::path Backup(int number) const { return folder.path() / ("settings.bk" + std::to_string(number)); }
+    static std::string TextOf(int version) {
+        std::string text = "[section]\r\n";
+        for (int key = 0; key < kKeys; ++key)
+            text += "key" + std::to_string(key) + "=" + std::to_string(version) + "\r\n";
+        return text;
+    }
     /// Whatever backups there are, each is a whole earlier version.
     void ExpectWholeBackups(int newest) const {
         for (int number = 1, last = newest; number <= 9; ++number) {
-            if (!std::filesystem::exists(Backup(number)))
+            const std::string text = tests::readFile(Backup(number));
+            if (text.empty() && !std::filesystem::exists(Backup(number)))
                 continue;
-            const int version = Version(Backup(number));
-            EXPECT_GE(version, 0) << number;
+            const std::size_t first = text.find('=');
+            ASSERT_NE(first, std::string::npos) << number;
+            const int version = std::atoi(text.c_str() + first + 1);
+            EXPECT_EQ(text, TextOf(version)) << number;
             EXPECT_LE(version, last) << number;
             last = version;
         }

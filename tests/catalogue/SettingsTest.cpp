@@ -168,6 +168,19 @@ TEST_F(Settings, TheLookForANumberEndsAtADirectoryWithoutACacheFile) {
     Add(L"/new");
     Add(L"/b", L"/c/path2_35.cache");
     EXPECT_EQ(NextCacheNumber(), 2);
+    CacheNumbers numbers;
+    EXPECT_EQ(numbers.Next(), 2);
+    EXPECT_EQ(numbers.Next(), 2) << "what is added stands behind it";
+}
+
+TEST_F(Settings, DirectoriesThatAreAddedInOneGoGetTheFreeNumbersInTurn) {
+    Add(L"/a", L"/c/path2_35.cache");
+    Add(L"/b", L"/c/path4_35.cache");
+    CacheNumbers numbers;
+    EXPECT_EQ(numbers.Next(), 1);
+    EXPECT_EQ(numbers.Next(), 3);
+    EXPECT_EQ(numbers.Next(), 5);
+    EXPECT_EQ(numbers.Next(), 6);
 }
 
 TEST_F(Settings, ACacheFileLiesBesideTheMainCache) {
