@@ -180,15 +180,9 @@ private:
                            Findings*) const override {
         if (page.packedSize > storedLimit(page))
             return Error{ErrorKind::damaged, name + ": a page is stored in more bytes than it can need", page.offset};
-        const std::uint64_t words = roundUp(roundUp(page.packedSize, 8), pageDataLength) / pageDataLength;
-        auto coded = file().bytes(page.offset, words * codeWordLength);
-        if (!coded)
-            return coded.error();
-        auto data = section.interleaved ? deinterleave(*coded, words, pageDataLength)
-                                        : joinWords(*coded, words, pageDataLength);
+        auto data = section.interleaved ? readWords(page) : file().bytes(page.offset, page.packedSize);
         if (!data)
             return data.error();
-        data->resize(page.packedSize);
         if (page.packedSize >= page.size) { // not packed
             data->resize(page.size);
             return data;
@@ -197,6 +191,17 @@ private:
         if (!plain)
             return Error{plain.error().kind, name + ": " + plain.error().reason, page.offset};
         return plain;
+    }
+
+    Result<Bytes> readWords(const SectionPage& page) const {
+        const std::uint64_t words = roundUp(roundUp(page.packedSize, 8), pageDataLength) / pageDataLength;
+        auto coded = file().bytes(page.offset, words * codeWordLength);
+        if (!coded)
+            return coded.error();
+        auto data = deinterleave(*coded, words, pageDataLength);
+        if (data)
+            data->resize(page.packedSize);
+        return data;
     }
 };
 

@@ -9,4 +9,8 @@ namespace dwg {
 /// The result may be shorter than `limit`. Error offsets count in `packed`.
 Result<Bytes> unpack2004(ByteView packed, std::size_t limit);
 
+/// Packs bytes so that unpack2004 gives them back. The packing can't begin with fewer than four literals: fewer bytes
+/// than that are filled up with zeros.
+Bytes pack2004(ByteView plain);
+
 } // namespace dwg

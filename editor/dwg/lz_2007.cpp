@@ -1,62 +1,13 @@
 #include "editor/dwg/lz_2007.h"
 
 #include "editor/dwg/byte_cursor.h"
+#include "editor/dwg/lz_2007_order.h"
 
 #include <algorithm>
-#include <array>
 
 namespace dwg {
 
 namespace {
-
-// Literals are stored in an order of their own, which depends on the length of the run: the pieces of a run, given
-// by their place in the packed data, stand here in the order of the output. Runs of 32 and more are cut into 32s.
-struct Piece {
-    std::uint8_t from;
-    std::uint8_t count;
-};
-
-struct Order {
-    std::uint8_t pieces;
-    std::array<Piece, 7> piece;
-};
-
-constexpr std::array<Order, 32> literalOrder = {{
-    {0, {}},
-    {1, {{{0, 1}}}},
-    {2, {{{1, 1}, {0, 1}}}},
-    {3, {{{2, 1}, {1, 1}, {0, 1}}}},
-    {1, {{{0, 4}}}},
-    {2, {{{4, 1}, {0, 4}}}},
-    {3, {{{5, 1}, {1, 4}, {0, 1}}}},
-    {4, {{{6, 1}, {5, 1}, {1, 4}, {0, 1}}}},
-    {1, {{{0, 8}}}},
-    {2, {{{8, 1}, {0, 8}}}},
-    {3, {{{9, 1}, {1, 8}, {0, 1}}}},
-    {4, {{{10, 1}, {9, 1}, {1, 8}, {0, 1}}}},
-    {2, {{{8, 4}, {0, 8}}}},
-    {3, {{{12, 1}, {8, 4}, {0, 8}}}},
-    {4, {{{13, 1}, {9, 4}, {1, 8}, {0, 1}}}},
-    {5, {{{14, 1}, {13, 1}, {9, 4}, {1, 8}, {0, 1}}}},
-    {2, {{{8, 8}, {0, 8}}}},
-    {3, {{{9, 8}, {8, 1}, {0, 8}}}},
-    {4, {{{17, 1}, {9, 8}, {1, 8}, {0, 1}}}},
-    {5, {{{18, 1}, {17, 1}, {16, 1}, {8, 8}, {0, 8}}}},
-    {3, {{{16, 4}, {8, 8}, {0, 8}}}},
-    {4, {{{20, 1}, {16, 4}, {8, 8}, {0, 8}}}},
-    {5, {{{21, 1}, {20, 1}, {16, 4}, {8, 8}, {0, 8}}}},
-    {6, {{{22, 1}, {21, 1}, {20, 1}, {16, 4}, {8, 8}, {0, 8}}}},
-    {3, {{{16, 8}, {8, 8}, {0, 8}}}},
-    {4, {{{17, 8}, {16, 1}, {8, 8}, {0, 8}}}},
-    {5, {{{25, 1}, {17, 8}, {16, 1}, {8, 8}, {0, 8}}}},
-    {6, {{{26, 1}, {25, 1}, {17, 8}, {16, 1}, {8, 8}, {0, 8}}}},
-    {4, {{{24, 4}, {16, 8}, {8, 8}, {0, 8}}}},
-    {5, {{{28, 1}, {24, 4}, {16, 8}, {8, 8}, {0, 8}}}},
-    {6, {{{29, 1}, {28, 1}, {24, 4}, {16, 8}, {8, 8}, {0, 8}}}},
-    {7, {{{30, 1}, {26, 4}, {18, 8}, {10, 8}, {2, 8}, {1, 1}, {0, 1}}}},
-}};
-
-constexpr Order fullOrder = {4, {{{24, 8}, {16, 8}, {8, 8}, {0, 8}}}};
 
 struct Copy {
     std::size_t length = 0;
@@ -188,11 +139,11 @@ private:
         }
         std::size_t at = 0;
         for (; bytes.size() - at >= 32; at += 32)
-            appendPieces(bytes.subspan(at, 32), fullOrder);
-        appendPieces(bytes.subspan(at), literalOrder[bytes.size() - at]);
+            appendPieces(bytes.subspan(at, 32), lz2007::fullOrder);
+        appendPieces(bytes.subspan(at), lz2007::literalOrder[bytes.size() - at]);
     }
 
-    void appendPieces(ByteView bytes, const Order& order) {
+    void appendPieces(ByteView bytes, const lz2007::Order& order) {
         for (std::size_t i = 0; i < order.pieces; ++i) {
             const ByteView piece = bytes.subspan(order.piece[i].from, order.piece[i].count);
             out.insert(out.end(), piece.begin(), piece.end());

@@ -2,6 +2,7 @@
 #include "editor/dwg/checksum.h"
 #include "editor/dwg/container.h"
 #include "editor/dwg/lz_2004.h"
+#include "editor/dwg/paged_format.h"
 #include "editor/dwg/paged_sections.h"
 
 #include <unordered_map>
@@ -10,15 +11,8 @@ namespace dwg {
 
 namespace {
 
-constexpr std::uint64_t fileHeaderOffset = 0x80;
-constexpr std::size_t fileHeaderLength = 0x6C;
-constexpr std::uint64_t firstPageOffset = 0x100;
-constexpr std::uint32_t pageMapType = 0x41630E3B;
-constexpr std::uint32_t sectionMapType = 0x4163003B;
-constexpr std::uint32_t dataPageType = 0x4163043B;
-constexpr std::uint32_t dataPageMask = 0x4164536B;
-constexpr std::size_t systemPageHead = 20;
-constexpr std::size_t dataPageHead = 32;
+using namespace paged;
+
 constexpr std::uint32_t largestMap = 16u << 20;
 
 /// The part of the file header that finds the maps.
@@ -31,13 +25,10 @@ Result<MapPlaces> readFileHeader(const Source& source) {
     auto bytes = source.bytes(fileHeaderOffset, fileHeaderLength);
     if (!bytes)
         return bytes.error();
-    std::uint32_t random = 1;
-    for (auto& byte : *bytes) {
-        random = random * 0x343FD + 0x269EC3;
-        byte = static_cast<std::uint8_t>(byte ^ random >> 16);
-    }
-    constexpr std::string_view mark = "AcFssFcAJMB";
-    if (std::string_view(reinterpret_cast<const char*>(bytes->data()), mark.size()) != mark)
+    MaskSequence mask;
+    for (auto& byte : *bytes)
+        byte = static_cast<std::uint8_t>(byte ^ mask.next());
+    if (std::string_view(reinterpret_cast<const char*>(bytes->data()), headerMark.size()) != headerMark)
         return Error{ErrorKind::damaged, "the inner file header doesn't carry its mark", fileHeaderOffset};
     ByteCursor cursor(*bytes, 0x54);
     MapPlaces places;
@@ -152,9 +143,7 @@ private:
         auto head = file().bytes(page.offset, dataPageHead);
         if (!head)
             return head.error();
-        const auto mask = static_cast<std::uint32_t>(dataPageMask ^ page.offset);
-        for (std::size_t i = 0; i < dataPageHead; ++i)
-            (*head)[i] = static_cast<std::uint8_t>((*head)[i] ^ mask >> i % 4 * 8);
+        maskPageHead(*head, page.offset);
         ByteCursor cursor(*head);
         const std::uint32_t type = cursor.u32();
         cursor.skip(4);

@@ -20,7 +20,7 @@ struct PagedSection {
     std::uint64_t size = 0;
     bool packed = false;
     bool encrypted = false;
-    /// Of 2007 only: the pages' blocks are interleaved.
+    /// Of 2007 only: pages are interleaved code words, else plain data with its parity behind it.
     bool interleaved = false;
     std::vector<SectionPage> pages;
 };

@@ -1,10 +1,13 @@
 #include "editor/dwg/thumbnail.h"
 
 #include "editor/dwg/bits.h"
+#include "editor/dwg/byte_cursor.h"
+#include "editor/dwg/container_writer.h"
 #include "editor/dwg/image_section.h"
 
 #include <array>
 #include <numeric>
+#include <optional>
 
 namespace dwg {
 
@@ -17,7 +20,52 @@ constexpr std::array<std::uint8_t, 16> sectionEnd = {0xE0, 0xDA, 0x92, 0xF8, 0x2
 constexpr std::size_t headerDataSize = 80;
 constexpr std::size_t entrySize = 9;
 
+constexpr std::size_t tableAt = sectionBegin.size() + 4;
+
+/// The section where it can be taken as it lies in the file; nothing where it can't.
+std::optional<Bytes> sectionAsStored(const Source& source, const ImageSection& section) {
+    const std::uint64_t address = section.address;
+    const auto head = source.bytes(address, tableAt);
+    if (!head || !std::equal(sectionBegin.begin(), sectionBegin.end(), head->begin()))
+        return std::nullopt;
+    const std::uint64_t size = tableAt + ByteCursor(*head, sectionBegin.size()).u32() + sectionEnd.size();
+    auto bytes = source.bytes(address, size);
+    if (!bytes)
+        return std::nullopt;
+    std::size_t at = tableAt + 1;
+    for (const ImageEntry& entry : section.entries) {
+        const bool inside = entry.start >= address && entry.start - address <= size &&
+                            entry.size <= size - (entry.start - address) && at + entrySize <= size;
+        if (!inside)
+            return std::nullopt;
+        putU32(*bytes, at + 1, static_cast<std::uint32_t>(entry.start - address));
+        at += entrySize;
+    }
+    return std::move(*bytes);
+}
+
 } // namespace
+
+Result<Bytes> readImageSectionBytes(const Source& source) {
+    const auto section = readImageSection(source);
+    if (!section)
+        return section.error();
+    if (!section->has_value())
+        return Bytes();
+    if (auto stored = sectionAsStored(source, **section))
+        return std::move(*stored);
+    const auto pictures = readPictures(source);
+    return pictures ? writeImageSection(*pictures, 0) : Result<Bytes>(pictures.error());
+}
+
+void moveImageSection(Bytes& section, std::uint32_t address) {
+    if (section.size() <= tableAt)
+        return;
+    const std::size_t count = section[tableAt];
+    std::size_t at = tableAt + 1;
+    for (std::size_t i = 0; i < count && at + entrySize <= section.size(); ++i, at += entrySize)
+        putU32(section, at + 1, ByteCursor(section, at + 1).u32() + address);
+}
 
 Result<std::vector<Picture>> readPictures(const Source& source) {
     auto section = readImageSection(source);

@@ -191,19 +191,6 @@ TEST(CodeWords, interleavedWordsAreTakenApart) {
     EXPECT_EQ((*data)[2 * 239 + 5], 165);
 }
 
-TEST(CodeWords, wordsInARowLoseTheirParity) {
-    Bytes coded(2 * dwg::codeWordLength, 0xEE);
-    coded[0] = 1;
-    coded[250] = 2;
-    coded[255] = 3;
-    const auto data = dwg::joinWords(coded, 2, dwg::pageDataLength);
-    ASSERT_TRUE(data);
-    ASSERT_EQ(data->size(), 2 * 251u);
-    EXPECT_EQ((*data)[0], 1);
-    EXPECT_EQ((*data)[250], 2);
-    EXPECT_EQ((*data)[251], 3);
-}
-
 TEST(CodeWords, fewerBytesThanWordsNeedAreTruncated) {
     const auto data = dwg::deinterleave(Bytes(254), 1, dwg::systemDataLength);
     ASSERT_FALSE(data);

@@ -1,0 +1,57 @@
+#include "editor/dwg/match_finder.h"
+
+#include <algorithm>
+
+namespace dwg {
+
+namespace {
+
+constexpr unsigned hashBits = 15;
+constexpr std::size_t hashedBytes = 3;
+/// Candidates that are compared at most, and the length from which on no better one is looked for.
+constexpr unsigned mostCandidates = 96;
+constexpr std::size_t goodLength = 512;
+
+std::size_t commonLength(ByteView bytes, std::size_t earlier, std::size_t at) {
+    const auto* const from = bytes.data() + at;
+    const auto* const end = bytes.data() + bytes.size();
+    return static_cast<std::size_t>(std::mismatch(from, end, bytes.data() + earlier).first - from);
+}
+
+} // namespace
+
+MatchFinder::MatchFinder(ByteView bytes)
+    : content(bytes), heads(std::size_t{1} << hashBits), chain(bytes.size() < hashedBytes ? 0 : bytes.size()) {}
+
+std::size_t MatchFinder::slot(std::size_t at) const {
+    const std::uint32_t word =
+        static_cast<std::uint32_t>(content[at] | content[at + 1] << 8 | content[at + 2] << 16) * 2654435761u;
+    return word >> (32 - hashBits);
+}
+
+void MatchFinder::enterUpTo(std::size_t at) {
+    for (; entered < at && entered + hashedBytes <= content.size(); ++entered) {
+        std::uint32_t& head = heads[slot(entered)];
+        chain[entered] = head;
+        head = static_cast<std::uint32_t>(entered + 1);
+    }
+}
+
+MatchFinder::Match MatchFinder::longest(std::size_t at, std::size_t farthest) const {
+    Match best;
+    if (at + hashedBytes > content.size())
+        return best;
+    std::uint32_t candidate = heads[slot(at)];
+    for (unsigned tries = 0; candidate != 0 && tries < mostCandidates && best.length < goodLength; ++tries) {
+        const std::size_t earlier = candidate - 1;
+        if (at - earlier > farthest)
+            break;
+        const std::size_t length = commonLength(content, earlier, at);
+        if (length >= hashedBytes && length > best.length)
+            best = {length, at - earlier};
+        candidate = chain[earlier];
+    }
+    return best;
+}
+
+} // namespace dwg
