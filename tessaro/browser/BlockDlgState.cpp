@@ -3,6 +3,7 @@
 #include "tessaro/browser/BlockDlgControls.h"
 #include "tessaro/browser/DrawingScale.h"
 #include "tessaro/browser/QtText.h"
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/Text.h"
@@ -46,6 +47,7 @@ void BlockDlg::StoreDlgState() {
     directory->topIndex = controls->blockList->TopIndex();
     directory->selectedIndex = SelectedBlockRow();
     directory->viewMode = controls->viewButton->view;
+    SaveIfDirty(*directory);
 }
 
 void BlockDlg::FillBlockControls(bool settings) {
@@ -53,6 +55,8 @@ void BlockDlg::FillBlockControls(bool settings) {
     if (directory == nullptr)
         return;
     if (settings) {
+        if (!directory->imagesLoaded)
+            LoadDirCache(*directory);
         controls->explode->setChecked(directory->explode);
         controls->multipleInsert->setChecked(directory->multipleInsert);
         controls->repeat->setChecked(directory->repeat);

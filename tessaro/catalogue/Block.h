@@ -33,6 +33,9 @@ struct Block {
     std::int32_t imageIndex = 0; ///< slot in both lists; 0 is the placeholder
     std::int32_t listIndex = 0;  ///< row in the block list, while the list shows this Directory
     std::int32_t fileType = 0;   ///< index into FileTypeNames
+
+    /// Writes or reads the stored record, whichever the archive does. Throws what the archive throws.
+    void Serialize(CArchiveExt& archive);
 };
 
 constexpr int kFileTypeCount = 22;

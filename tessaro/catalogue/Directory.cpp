@@ -2,6 +2,8 @@
 
 #include "tessaro/catalogue/Raster.h"
 
+#include <utility>
+
 namespace {
 
 constexpr int kInitialSlots = 1, kGrowth = 25;
@@ -20,6 +22,10 @@ const std::shared_ptr<ImageList>& LargePlaceholderList() {
 const std::shared_ptr<ImageList>& SmallPlaceholderList() {
     static const std::shared_ptr<ImageList> list = PlaceholderList(kSmallWidth, kSmallHeight);
     return list;
+}
+
+std::shared_ptr<ImageList> Shared(std::unique_ptr<ImageList> list, const std::shared_ptr<ImageList>& placeholder) {
+    return *list == *placeholder ? placeholder : std::shared_ptr<ImageList>(std::move(list));
 }
 
 ImageList& OwnCopy(std::shared_ptr<ImageList>& list) {
@@ -48,6 +54,13 @@ void Directory::ResetImageLists(bool destroyOld) {
     else
         LargeForWrite().Add(PlaceholderPicture(kLargeWidth, kLargeHeight));
     smallImages = SmallPlaceholderList();
+}
+
+void Directory::SetImageLists(std::unique_ptr<ImageList> large, std::unique_ptr<ImageList> small) {
+    if (large != nullptr)
+        largeImages = Shared(std::move(large), LargePlaceholderList());
+    if (small != nullptr)
+        smallImages = Shared(std::move(small), SmallPlaceholderList());
 }
 
 ImageList& Directory::LargeForWrite() {

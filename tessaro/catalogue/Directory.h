@@ -44,6 +44,13 @@ public:
     /// copy.
     void ResetImageLists(bool destroyOld);
 
+    /// Takes lists over; null keeps the present one.
+    void SetImageLists(std::unique_ptr<ImageList> large, std::unique_ptr<ImageList> small);
+
+    /// Writes or reads the stored record with all Blocks, whichever the archive does. Reading adds Blocks and, unless
+    /// `demandLoadCache` is set, reads the pictures too. Throws what the archive throws. Main thread.
+    void Serialize(CArchiveExt& archive);
+
     /// The list for writing: one that is shared with anybody is copied first.
     ImageList& LargeForWrite();
     ImageList& SmallForWrite();

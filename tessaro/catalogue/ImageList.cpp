@@ -50,17 +50,24 @@ ImageList::ImageList(int pictureWidth, int pictureHeight, int initial, int growt
         throw std::invalid_argument("size of an image list");
 }
 
-std::size_t ImageList::SlotBytes() const {
-    return static_cast<std::size_t>((width + 1) / 2) * static_cast<std::size_t>(height);
+std::uint8_t* ImageList::Pixels(int slot) {
+    return rows[static_cast<std::size_t>(slot / kSlotsInRow)].data() +
+           SlotBytes() * static_cast<std::size_t>(slot % kSlotsInRow);
+}
+
+const std::uint8_t* ImageList::Pixels(int slot) const {
+    return rows[static_cast<std::size_t>(slot / kSlotsInRow)].data() +
+           SlotBytes() * static_cast<std::size_t>(slot % kSlotsInRow);
 }
 
 int ImageList::Add(const Picture& picture) {
     if (count + 1 >= maximum) {
-        if (maximum + grow + 1 > kMostSlots)
+        maximum = std::min(maximum + grow + 1, kMostSlots);
+        if (count >= maximum)
             return -1;
-        maximum += grow + 1;
     }
-    nibbles.resize(SlotBytes() * static_cast<std::size_t>(count + 1));
+    if (count % kSlotsInRow == 0)
+        rows.emplace_back(SlotBytes() * kSlotsInRow);
     Store(count, picture);
     return count++;
 }
@@ -73,23 +80,23 @@ bool ImageList::Replace(int slot, const Picture& picture) {
 }
 
 void ImageList::Store(int slot, const Picture& picture) {
-    const auto slotStart = nibbles.begin() + static_cast<std::ptrdiff_t>(SlotBytes() * static_cast<std::size_t>(slot));
-    std::fill_n(slotStart, SlotBytes(), std::uint8_t{0});
-    const int rows = std::min(height, picture.height), columns = std::min(width, picture.width);
-    // Neighbours are mostly of one colour.
+    std::uint8_t* const start = Pixels(slot);
+    std::fill_n(start, SlotBytes(), std::uint8_t{0});
+    const int lines = std::min(height, picture.height), columns = std::min(width, picture.width);
+    // Neighbours are mostly alike.
     std::uint32_t lastColour = 0;
     std::uint8_t lastIndex = 0;
-    for (int y = 0; y < rows; ++y) {
+    for (int y = 0; y < lines; ++y) {
         const std::uint8_t* pixel =
             picture.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) * 3;
-        const auto row = slotStart + static_cast<std::ptrdiff_t>(y) * ((width + 1) / 2);
+        std::uint8_t* const line = start + static_cast<std::size_t>(y) * LineBytes();
         for (int x = 0; x < columns; ++x, pixel += 3) {
             const std::uint32_t colour = pixel[0] | pixel[1] << 8 | pixel[2] << 16;
             if (colour != lastColour) {
                 lastColour = colour;
                 lastIndex = NearestStandardColour(pixel[0], pixel[1], pixel[2]);
             }
-            row[x / 2] |= static_cast<std::uint8_t>(x % 2 == 0 ? lastIndex << 4 : lastIndex);
+            line[x / 2] |= static_cast<std::uint8_t>(x % 2 == 0 ? lastIndex << 4 : lastIndex);
         }
     }
 }
@@ -99,10 +106,10 @@ Picture ImageList::Draw(int slot) const {
         return {};
     Picture picture(width, height);
     std::uint8_t* pixel = picture.pixels.data();
-    const std::uint8_t* row = nibbles.data() + SlotBytes() * static_cast<std::size_t>(slot);
-    for (int y = 0; y < height; ++y, row += (width + 1) / 2)
+    const std::uint8_t* line = Pixels(slot);
+    for (int y = 0; y < height; ++y, line += LineBytes())
         for (int x = 0; x < width; ++x, pixel += 3) {
-            const auto& colour = kStandardColours[x % 2 == 0 ? row[x / 2] >> 4 : row[x / 2] & 15];
+            const auto& colour = kStandardColours[x % 2 == 0 ? line[x / 2] >> 4 : line[x / 2] & 15];
             std::copy(colour.begin(), colour.end(), pixel);
         }
     return picture;

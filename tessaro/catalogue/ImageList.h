@@ -25,6 +25,16 @@ extern const std::array<std::array<std::uint8_t, 3>, 16> kStandardColours;
 /// Number of the nearest of the sixteen by the sum of squared differences, the first on a tie.
 std::uint8_t NearestStandardColour(std::uint8_t red, std::uint8_t green, std::uint8_t blue);
 
+/// Bytes in their order, from wherever they come.
+class ByteSource {
+public:
+    virtual ~ByteSource() = default;
+    /// That many bytes, which stay until the next call; none where fewer are left. Asked for at most 64 KiB at once.
+    virtual std::span<const std::uint8_t> Take(std::size_t count) = 0;
+    /// No more than this is left; less may be.
+    virtual std::uint64_t AtMost() const = 0;
+};
+
 /// Pictures of one size in numbered slots from 0, four bits a pixel with the sixteen standard colours: a colour that is
 /// added is replaced by the nearest of them.
 ///
@@ -52,20 +62,28 @@ public:
     /// 8, 16, 24 and 32 bits a pixel, which become four; a mask is passed over. Null where the bytes are no list or too
     /// short.
     static std::unique_ptr<ImageList> Read(std::span<const std::uint8_t> bytes, std::size_t& used);
+    /// The same from a source, which is left behind the list; where null is given, somewhere. Memory follows the bytes
+    /// that are there.
+    static std::unique_ptr<ImageList> Read(ByteSource& source);
 
     /// Size, slots and room for growth are the same.
     bool operator==(const ImageList& other) const = default;
 
 private:
     ImageList() = default;
-    std::size_t SlotBytes() const;
+    static constexpr int kSlotsInRow = 4;
+    std::size_t LineBytes() const { return static_cast<std::size_t>((width + 1) / 2); }
+    std::size_t SlotBytes() const { return LineBytes() * static_cast<std::size_t>(height); }
+    std::uint8_t* Pixels(int slot);
+    const std::uint8_t* Pixels(int slot) const;
     void Store(int slot, const Picture& picture);
 
     int width = 0, height = 0;
     int grow = 0;    ///< as the stream shows it
     int maximum = 0; ///< slots that the stream has room for
     int count = 0;
-    std::vector<std::uint8_t> nibbles; ///< two pixels a byte, left one high; slot after slot, top row first
+    /// Two pixels a byte, left one high, top line first; slot after slot, four slots a row, zero where none is yet.
+    std::vector<std::vector<std::uint8_t>> rows;
 
     friend class ImageListStream;
 };

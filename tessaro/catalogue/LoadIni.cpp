@@ -1,5 +1,6 @@
 #include "tessaro/catalogue/DirectorySection.h"
 #include "tessaro/catalogue/IniStore.h"
+#include "tessaro/catalogue/MainCache.h"
 #include "tessaro/catalogue/OptionsSection.h"
 #include "tessaro/catalogue/SchemeSection.h"
 #include "tessaro/catalogue/Settings.h"
@@ -12,6 +13,7 @@
 #include "tessaro/platform/Text.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_set>
 
 namespace {
@@ -60,6 +62,18 @@ void DeleteUnlisted(const std::vector<std::wstring>& paths) {
     }
 }
 
+void DeleteDirectories() {
+    for (const Directory* directory : directories)
+        delete directory;
+    directories.clear();
+}
+
+/// The cache was written after the settings file, which was not touched since.
+bool CacheSpeaksForSettings(const std::optional<platform::FileStatus>& before, platform::Time stamp) {
+    const auto now = platform::GetFileStatus(iniPath);
+    return before && now && now->created != -1 && !now->readOnly && before->modified == stamp;
+}
+
 } // namespace
 
 void UpdateDirectories(const std::vector<std::wstring>& paths) {
@@ -93,11 +107,19 @@ void LoadIni() {
     }
     if (iniPath.empty())
         FindSettings();
+    const auto before = platform::GetFileStatus(iniPath);
     dirColumnWidths = {80, 40, 20};
     Log(L"Load the Inifile\n");
     ReadIniFile(iniPath);
     ReadOptions(iniPath);
     LoadSchemes();
+    const MainCacheReading cache = ReadMainCache();
+    if (cache.failed)
+        DeleteDirectories();
+    if (cache.opened && CacheSpeaksForSettings(before, cache.stamp)) {
+        Log(L"LoadIni return\n");
+        return;
+    }
     ReadColumnWidths(iniPath);
     Log(L"Load Directories\n");
     UpdateDirectories(ReadPaths(iniPath));

@@ -1,5 +1,6 @@
 #include "tessaro/catalogue/DirectorySection.h"
 #include "tessaro/catalogue/IniStore.h"
+#include "tessaro/catalogue/MainCache.h"
 #include "tessaro/catalogue/OptionsSection.h"
 #include "tessaro/catalogue/SchemeSection.h"
 #include "tessaro/catalogue/Settings.h"
@@ -47,7 +48,10 @@ void SaveIni(bool final) {
             WriteDirectorySection(settings, file);
         WriteSchemes(state.namedSchemes, file);
     }
-    if (final)
+    if (final) {
         platform::CallOnMainThread(DeleteSchemes);
+        // Ahead of the settings, whose write time it notes: that of the last save.
+        platform::CallOnMainThread(WriteMainCache);
+    }
     WriteIniFile(file, state.options.backupIni != 0);
 }

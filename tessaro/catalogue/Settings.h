@@ -6,8 +6,8 @@
 
 /// Fills the catalogue, or the controls of the open dialog where there is a catalogue. Main thread.
 void LoadIni();
-/// Writes the settings; `final` also frees the schemes. Main thread, or the finisher, which takes a copy of what it
-/// writes on the main thread.
+/// Writes the settings; `final` also frees the schemes and writes the main cache. Main thread, or the finisher, which
+/// takes a copy of what it writes on the main thread.
 void SaveIni(bool final);
 
 /// Brings `directories` to the listed paths: what no path names, in any case, goes with its cache file; what no

@@ -58,6 +58,12 @@ public:
     const std::wstring path;
 };
 
+/// The user was told already; nothing is left to say.
+class UserException : public std::exception {
+public:
+    const char* what() const noexcept override { return "user exception"; }
+};
+
 /// A binary file. Operations that fail throw FileException; a short read is none.
 class File {
 public:

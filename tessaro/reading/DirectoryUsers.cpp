@@ -1,6 +1,7 @@
 #include "tessaro/reading/DirectoryUsers.h"
 
 #include "tessaro/catalogue/Directory.h"
+#include "tessaro/catalogue/ShownImages.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
@@ -17,10 +18,7 @@ struct Users {
     std::vector<Directory*> retired;    ///< owned; guarded by `lock`
 
     // Main thread.
-    const Directory* rows = nullptr;       ///< whose Blocks the block list holds
-    const Directory* images = nullptr;     ///< whose pictures it shows
-    const ImageList* largeShown = nullptr; ///< the lists that it was given then
-    const ImageList* smallShown = nullptr;
+    const Directory* rows = nullptr; ///< whose Blocks the block list holds
 };
 
 // Never destroyed: the worker may still be there at the end of the process.
@@ -49,6 +47,16 @@ void BeginReading(Directory* directory) {
     users.reading = directory;
 }
 
+bool BeginReadingIfListed(Directory* directory) {
+    bool listed = false;
+    platform::CallOnMainThread([&] {
+        listed = std::find(directories.begin(), directories.end(), directory) != directories.end();
+        if (listed)
+            BeginReading(directory);
+    });
+    return listed;
+}
+
 void EndReading() {
     {
         const std::lock_guard guard(users.lock);
@@ -75,32 +83,6 @@ void ReleaseBlockRows(const Directory& directory) {
     if (BrowserWindow* window = theBlockDlg)
         window->EmptyBlockList();
     users.rows = nullptr;
-}
-
-void AttachImages(BrowserWindow& window, const Directory* directory) {
-    users.images = directory;
-    users.largeShown = directory != nullptr ? directory->largeImages.get() : nullptr;
-    users.smallShown = directory != nullptr ? directory->smallImages.get() : nullptr;
-    window.SetBlockImages(users.largeShown, users.smallShown);
-}
-
-void ReleaseImages(const Directory& directory) {
-    if (users.images != &directory)
-        return;
-    users.images = nullptr;
-    if (BrowserWindow* window = theBlockDlg)
-        window->SetBlockImages(nullptr, nullptr);
-}
-
-AttachedImagesScope::AttachedImagesScope(const Directory& written)
-    : directory(written), attached(users.images == &written) {}
-
-AttachedImagesScope::~AttachedImagesScope() {
-    if (!attached ||
-        (users.largeShown == directory.largeImages.get() && users.smallShown == directory.smallImages.get()))
-        return;
-    if (BrowserWindow* window = theBlockDlg)
-        AttachImages(*window, &directory);
 }
 
 void RetireDirectory(Directory* directory) {

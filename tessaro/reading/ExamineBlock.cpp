@@ -1,6 +1,7 @@
 #include "tessaro/reading/ExamineBlock.h"
 
 #include "tessaro/catalogue/Directory.h"
+#include "tessaro/catalogue/ShownImages.h"
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/reading/DirectoryUsers.h"
 #include "tessaro/reading/Examination.h"

@@ -1,6 +1,7 @@
 #include "tessaro/reading/Examination.h"
 #include "tessaro/reading/Examine.h"
 
+#include "tessaro/catalogue/ShownImages.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"

@@ -1,4 +1,6 @@
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Directory.h"
+#include "tessaro/catalogue/ShownImages.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
@@ -152,29 +154,58 @@ private:
         for (bool more = true; more;) {
             CheckPause();
             SetPriority();
-            Block* changed = nullptr;
+            Changed changed;
             platform::CallOnMainThread([&] { more = CompareBlocks(place, changed); });
-            if (changed != nullptr)
-                ExamineBlock(directory, *changed);
+            if (changed.picturesMissing)
+                LoadDirCache(directory); // the new picture joins the old ones
+            if (changed.block != nullptr)
+                ExamineBlock(directory, *changed.block);
         }
-        // A Directory that is not shown keeps its pictures too: they have no file of their own yet.
+        if (BeginSave()) {
+            SaveDirCache(directory);
+            platform::CallOnMainThread([this] { EndSave(); });
+        }
         platform::CallOnMainThread([this] {
             directory.loaded = true;
             SetDirectoryCell(directory, kStateColumn, L"");
         });
     }
 
+    /// True where the pictures go to their file and out of memory.
+    bool BeginSave() const {
+        bool save = false;
+        platform::CallOnMainThread([&] {
+            save = !Shown() && directory.dirty;
+            if (save)
+                SetDirectoryCell(directory, kStateColumn, L"S");
+        });
+        return save;
+    }
+
+    void EndSave() {
+        directory.dirty = false;
+        // It may have become the shown one meanwhile, whose pictures nobody would read again.
+        if (!Shown())
+            FreeImages(directory);
+    }
+
+    struct Changed {
+        Block* block = nullptr;
+        bool picturesMissing = false; ///< and they are needed: the Directory is not shown
+    };
+
     /// Compares Blocks with their files from `place` on, up to one that must be examined, which is given in `changed`,
     /// or to an interruption. False where there is no Block left.
-    bool CompareBlocks(std::list<Block*>::iterator& place, Block*& changed) const {
+    bool CompareBlocks(std::list<Block*>::iterator& place, Changed& changed) const {
         const HopBudget budget;
         while (place != directory.blocks.end()) {
             Block& block = **place;
             ++place;
             if (!directory.isInternal && !block.checked) {
                 if (!block.cached || block.cachedStatus != block.status) {
-                    ShowFileCells(block);
-                    changed = &block;
+                    if (Shown())
+                        ShowFileCells(block);
+                    changed = {&block, !Shown() && !directory.imagesLoaded};
                     return true;
                 }
                 block.checked = block.cached = true;
@@ -187,7 +218,7 @@ private:
 
     void ShowFileCells(const Block& block) const {
         BrowserWindow* const window = theBlockDlg;
-        if (window == nullptr || !Shown())
+        if (window == nullptr)
             return;
         const int row = window->FindBlockRow(&block);
         if (row >= 0)

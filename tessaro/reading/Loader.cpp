@@ -16,13 +16,6 @@ namespace {
 constexpr int kInterrupted = 1;
 constexpr int kQuit = 2;
 
-struct ReadingScope {
-    ReadingScope() = default;
-    ~ReadingScope() { EndReading(); }
-    ReadingScope(const ReadingScope&) = delete;
-    ReadingScope& operator=(const ReadingScope&) = delete;
-};
-
 /// LoadDir on the head of the queue, which then loses its head, whichever Directory that is by now.
 void ReadHead() {
     Log(L"LoopLoadDir: cs.Lock1\n");

@@ -10,9 +10,6 @@ class Directory;
 ///
 /// The worker and the short threads beside it reach the records and the window inside platform::CallOnMainThread only.
 /// The main thread waits for none of them, but in WaitForLastClose, where it serves their calls.
-///
-/// Pictures have no file of their own in this version: a Directory keeps them in memory and stays `dirty`, whatever
-/// `onlyCacheCurrent` and `delCacheMemoryOnClose` say.
 
 /// How long the loader's threads wait before they look again.
 struct LoaderWaits {

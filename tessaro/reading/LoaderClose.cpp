@@ -1,4 +1,6 @@
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Settings.h"
+#include "tessaro/catalogue/ShownImages.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
@@ -8,6 +10,7 @@
 
 #include <exception>
 #include <mutex>
+#include <vector>
 
 namespace {
 
@@ -36,9 +39,33 @@ void SaveSettings() {
     }
 }
 
+/// What StoreDlgState would do on the main thread, which goes on answering meanwhile.
+void SaveCurrentPictures() {
+    Directory* const current = currentDirectory;
+    if (!BeginReadingIfListed(current))
+        return;
+    const ReadingScope reading;
+    SaveIfDirty(*current);
+}
+
+void FreeAllImages() {
+    std::vector<Directory*> all;
+    platform::CallOnMainThread([&] {
+        if (delCacheMemoryOnClose != 0)
+            all.assign(directories.begin(), directories.end());
+    });
+    for (Directory* directory : all) {
+        if (!BeginReadingIfListed(directory))
+            continue;
+        const ReadingScope reading;
+        SaveAndFreeImages(*directory);
+    }
+}
+
 } // namespace
 
 void FinishClose() {
+    SaveCurrentPictures();
     platform::CallOnMainThread(StoreAndClear);
     SaveSettings();
     platform::CallOnMainThread([] {
@@ -46,6 +73,7 @@ void FinishClose() {
         if (BrowserWindow* const window = theBlockDlg.exchange(nullptr))
             window->PostCommand(kCloseCommand);
     });
+    FreeAllImages();
 }
 
 void StopLoader() {

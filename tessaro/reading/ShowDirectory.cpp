@@ -1,3 +1,4 @@
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/BrowserWindow.h"
@@ -44,9 +45,11 @@ void ShowDirectory(Directory* directory) {
     if (directory == currentDirectory)
         return;
     StoreWindow();
-    currentDirectory = directory;
+    Directory* const old = currentDirectory.exchange(directory);
     if (BrowserWindow* const window = theBlockDlg)
         window->FillBlockControls(true);
+    if (onlyCacheCurrent != 0 && old != nullptr)
+        SaveAndFreeImages(*old);
     QueueFirst(directory);
 }
 

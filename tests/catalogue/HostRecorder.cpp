@@ -2,15 +2,20 @@
 
 #include "editor/sdk/editor.h"
 
+#include "tessaro/platform/Text.h"
+
+#include <cstdarg>
 #include <cwchar>
 
 namespace catalogue_tests {
 
 std::optional<std::wstring> SupportPath::found;
 std::wstring SupportPath::asked;
+std::wstring HostCommandLine::printed;
 
 } // namespace catalogue_tests
 
+using catalogue_tests::HostCommandLine;
 using catalogue_tests::SupportPath;
 
 int acedFindFile(const wchar_t* name, wchar_t* result, std::size_t size) {
@@ -19,5 +24,13 @@ int acedFindFile(const wchar_t* name, wchar_t* result, std::size_t size) {
         return RTERROR;
     std::wcsncpy(result, SupportPath::found->c_str(), size - 1);
     result[size - 1] = L'\0';
+    return RTNORM;
+}
+
+int acutPrintf(const wchar_t* format, ...) {
+    std::va_list arguments;
+    va_start(arguments, format);
+    HostCommandLine::printed += platform::FormatV(format, arguments);
+    va_end(arguments);
     return RTNORM;
 }

@@ -235,11 +235,15 @@ TEST(ImageList, AListIsFullWhereItsStreamCanCountNoFurther) {
     ImageList list(1, 1, 1, 65531);
     EXPECT_EQ(list.Add(Picture(1, 1)), 0);
     EXPECT_EQ(list.Add(Picture(1, 1)), 1);
-    ImageList tight(1, 1, 65534, 0);
-    for (int i = 0; i < 65534; ++i)
-        ASSERT_EQ(tight.Add(Picture(1, 1)), i);
-    EXPECT_EQ(tight.Add(Picture(1, 1)), -1);
-    EXPECT_EQ(tight.Count(), 65534);
+    ImageList usual(1, 1, 1, 25);
+    for (int i = 0; i < 65535; ++i)
+        ASSERT_EQ(usual.Add(Picture(1, 1)), i);
+    EXPECT_EQ(usual.Add(Picture(1, 1)), -1);
+    EXPECT_EQ(usual.Add(Picture(1, 1)), -1);
+    EXPECT_EQ(usual.Count(), 65535);
+    const auto back = ReadWhole(Written(usual));
+    ASSERT_NE(back, nullptr);
+    EXPECT_EQ(*back, usual);
     EXPECT_THROW(ImageList(0, 1, 1, 25), std::invalid_argument);
     EXPECT_THROW(ImageList(1, 4097, 1, 25), std::invalid_argument);
 }

@@ -349,7 +349,7 @@ TEST_F(Settings, LoadingLeavesItsTrailInTheLog) {
         EXPECT_EQ(tests::readFile(folder.path() / "Log" / ("tessaro for " + computer + " 1.log")),
                   "LoadIni\r\nIni located at " + ini +
                       "\r\nLoad the Inifile\r\nCachefile location: /x/y.cache\r\nLoad the MapSchemes\r\n"
-                      "Load Directories\r\nLoadIni return\r\nLoadIni\r\nLoadIni return\r\n");
+                      "Open the cachefile\r\nLoad Directories\r\nLoadIni return\r\nLoadIni\r\nLoadIni return\r\n");
         std::filesystem::remove_all(folder.path());
         std::_Exit(HasFailure() ? 1 : 0);
     };

@@ -5,6 +5,7 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/MapScheme.h"
 #include "tessaro/platform/Text.h"
+#include "tests/catalogue/HostRecorder.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <stdexcept>
@@ -25,6 +26,8 @@ void Reset() {
     blockInsert = readDirEveryTime = overlayXRef = demandLoadCache = onlyCacheCurrent = delCacheMemoryOnClose =
         backupIni = printType = 0;
     printScale = 4;
+    useCompression = 1;
+    HostCommandLine::printed.clear();
     theBlockDlg = nullptr;
     currentDirectory = nullptr;
     moduleFolder.clear();

@@ -1,5 +1,6 @@
 #include "tessaro/host/entry/Lifecycle.h"
 
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/Log.h"
@@ -36,7 +37,7 @@ void FreeDirectories() {
     while (!directories.empty()) {
         Directory* const directory = directories.front();
         directories.pop_front();
-        directory->ResetImageLists(true);
+        SaveAndFreeImages(*directory);
         delete directory;
     }
 }
