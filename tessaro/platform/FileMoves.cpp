@@ -121,6 +121,16 @@ bool MoveFile(std::wstring_view from, std::wstring_view to) {
     return (errno == EXDEV || errno == EINVAL || errno == ENOSYS) && MoveByCopy(*source, *target);
 }
 
+bool ReplaceFile(std::wstring_view from, std::wstring_view replaced) {
+    const auto source = FindNative(from);
+    const auto target = FindNative(replaced);
+    struct stat sourceStatus, targetStatus;
+    if (!source || !target || stat(source->c_str(), &sourceStatus) != 0 || stat(target->c_str(), &targetStatus) != 0 ||
+        IsReadOnly(sourceStatus) || IsReadOnly(targetStatus) || SameFile(sourceStatus, targetStatus))
+        return false;
+    return rename(source->c_str(), target->c_str()) == 0;
+}
+
 bool BackupFile(std::wstring_view from, std::wstring_view to) {
     const auto source = FindNative(from);
     const auto target = NativeForCreation(to);

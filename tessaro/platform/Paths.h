@@ -61,6 +61,9 @@ bool MoveFile(std::wstring_view from, std::wstring_view to);
 /// Keeps a file that is about to be replaced under another name too: by a hard link or, where links are refused, by a
 /// move, or by a copy of what a symbolic link leads to. Never replaces.
 bool BackupFile(std::wstring_view from, std::wstring_view to);
+/// Gives the file the other's name in one step. False, with nothing done, where either is missing, lies on another file
+/// system, or is read-only.
+bool ReplaceFile(std::wstring_view from, std::wstring_view replaced);
 /// Keeps modification time and rights; replaces. A file is not copied onto itself.
 bool CopyFile(std::wstring_view from, std::wstring_view to);
 /// Makes the folders on the way too. False where the folder is there already.

@@ -12,9 +12,7 @@ constexpr std::uint64_t kSectionAddressAt = 13;
 constexpr std::uint64_t kSentinelSize = 16;
 constexpr std::uint64_t kBitmapFileHeaderSize = 14;
 
-constexpr std::uint8_t kHeaderCode = 1;
-constexpr std::uint8_t kBitmapCode = 2;
-constexpr std::uint8_t kPngCode = 6;
+constexpr std::size_t kEntrySize = 9;
 
 template <std::size_t Size> std::array<std::uint8_t, Size> ReadBytes(platform::File& file) {
     std::array<std::uint8_t, Size> bytes{};
@@ -32,6 +30,20 @@ std::optional<PreviewBytes> WithHeader(PreviewBytes bytes) {
     return bytes;
 }
 
+/// Goes to the table of the image section and behind its count, which is given.
+int ReadEntryCount(platform::File& drawing) {
+    drawing.Seek(kSectionAddressAt);
+    const std::uint64_t sectionAddress = Number(ReadBytes<4>(drawing).data());
+    drawing.Seek(sectionAddress + kSentinelSize);
+    const auto table = ReadBytes<5>(drawing); // The section's size, which nobody needs, and the count.
+    return table[4];
+}
+
+void PutNumber(std::uint8_t* bytes, std::uint32_t value) {
+    for (int i = 0; i < 4; ++i)
+        bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
+}
+
 std::vector<std::uint8_t> ReadRange(platform::File& file, std::uint64_t start, std::uint64_t size) {
     const std::uint64_t length = file.Length();
     const std::uint64_t there = start < length ? std::min(size, length - start) : 0;
@@ -45,13 +57,9 @@ std::vector<std::uint8_t> ReadRange(platform::File& file, std::uint64_t start, s
 
 PreviewSection ReadPreviewSection(platform::File& drawing) {
     PreviewSection section;
-    drawing.Seek(kSectionAddressAt);
-    const std::uint64_t sectionAddress = Number(ReadBytes<4>(drawing).data());
-    drawing.Seek(sectionAddress + kSentinelSize);
-    const auto table = ReadBytes<5>(drawing); // The section's size, which nobody needs, and the count.
-    const int entryCount = table[4];
+    const int entryCount = ReadEntryCount(drawing);
     for (int i = 0; i < entryCount; ++i) {
-        const auto entry = ReadBytes<9>(drawing);
+        const auto entry = ReadBytes<kEntrySize>(drawing);
         const PreviewEntry place{Number(&entry[1]), Number(&entry[5])};
         switch (entry[0]) {
         case kHeaderCode:
@@ -68,6 +76,25 @@ PreviewSection ReadPreviewSection(platform::File& drawing) {
         }
     }
     return section;
+}
+
+std::optional<FoundEntry> FindEntry(platform::File& drawing, std::uint8_t code) {
+    const int entryCount = ReadEntryCount(drawing);
+    for (int i = 0; i < entryCount; ++i) {
+        const std::uint64_t at = drawing.Position();
+        const auto entry = ReadBytes<kEntrySize>(drawing);
+        if (entry[0] == code)
+            return FoundEntry{{Number(&entry[1]), Number(&entry[5])}, at};
+    }
+    return std::nullopt;
+}
+
+void WriteEntry(platform::File& drawing, std::uint64_t at, std::uint8_t code, const PreviewEntry& place) {
+    std::array<std::uint8_t, kEntrySize> entry{code};
+    PutNumber(&entry[1], place.start);
+    PutNumber(&entry[5], place.size);
+    drawing.Seek(at);
+    drawing.Write(entry.data(), entry.size());
 }
 
 std::vector<std::uint8_t> ReadEntry(platform::File& drawing, const PreviewEntry& entry, std::size_t limit) {

@@ -28,6 +28,18 @@ constexpr std::size_t kLargestPreview = std::size_t{32} << 20;
 /// Walks the image section of an open drawing. What the file is too short for counts as zero. Throws FileException.
 PreviewSection ReadPreviewSection(platform::File& drawing);
 
+/// Codes of the entries of an image section.
+constexpr std::uint8_t kHeaderCode = 1, kBitmapCode = 2, kPngCode = 6;
+
+/// The first entry with that code; `at` is where the entry itself stands in the file. Throws FileException.
+struct FoundEntry {
+    PreviewEntry place;
+    std::uint64_t at = 0;
+};
+std::optional<FoundEntry> FindEntry(platform::File& drawing, std::uint8_t code);
+/// Overwrites the entry that stands at `at`. Throws FileException.
+void WriteEntry(platform::File& drawing, std::uint64_t at, std::uint8_t code, const PreviewEntry& place);
+
 /// The bytes of an entry: as many as the file holds of them, at most `limit`. Throws FileException.
 std::vector<std::uint8_t> ReadEntry(platform::File& drawing, const PreviewEntry& entry, std::size_t limit);
 
