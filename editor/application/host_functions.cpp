@@ -59,6 +59,12 @@ int givePoint(resbuf& element, const AcGePoint3d& point) {
     return RTNORM;
 }
 
+int giveObject(resbuf& element, AcDbObjectId object) {
+    element.restype = RTENAME;
+    element.resval.rlname = object.handle;
+    return RTNORM;
+}
+
 std::optional<editor::VariableValue> variableValue(const resbuf& element) {
     switch (element.restype) {
     case RTSTR:
@@ -146,8 +152,7 @@ int acedGetSym(const wchar_t* name, resbuf** value) {
         std::visit(Overloaded{[&](int whole) { return giveWhole(*element, whole); },
                               [&](double real) { return giveReal(*element, real); },
                               [&](const std::wstring& text) { return giveText(*element, text); },
-                              // An object has no element type of its own here: its handle stands for it.
-                              [&](const AcDbObjectId&) { return giveText(*element, editor::Lisp::text(held)); },
+                              [&](const AcDbObjectId& object) { return giveObject(*element, object); },
                               [](std::monostate) { return RTNORM; }},
                    held);
     *value = element;

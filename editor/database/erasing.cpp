@@ -18,6 +18,11 @@ bool isTable(const dwg::Object& object) {
            object.type == dimensionStyleControl;
 }
 
+/// Entities but for the marks of a definition's or a chain's ends, which can do without their layer.
+bool isDrawn(const dwg::Object& object) {
+    return object.isEntity() && object.type != block && object.type != endBlock && object.type != sequenceEnd;
+}
+
 /// Whether `user` needs the record `used`, not merely lists it, belongs to it or reacts on it.
 bool needs(const dwg::Object& user, dwg::Handle used) {
     if (user.handle == used || user.owner.value == used || isTable(user) || user.as<dwg::Dictionary>() != nullptr)
@@ -68,7 +73,7 @@ int AcDbDatabase::Impl::refusalToErase(const dwg::Object& object) const {
         if (isErased(user->handle))
             return false;
         // What else names a layer (filters, lists of frozen layers) can do without it.
-        return object.type == layer ? user->isEntity() && user->entity->layer.value == handle : needs(*user, handle);
+        return object.type == layer ? isDrawn(*user) && user->entity->layer.value == handle : needs(*user, handle);
     });
     return isUsed ? Acad::eObjectIsReferenced : eOk;
 }
@@ -115,6 +120,8 @@ void AcDbDatabase::Impl::purgeErased() {
             }
         }
         dwg::mapReferences(*object, [&](dwg::Handle handle) { return isErased(handle) ? 0 : handle; });
+        if (object->isEntity() && object->entity->layer.isNull())
+            object->entity->layer.value = findRecord(layerControl, L"0");
         const auto isNull = [](const dwg::HandleRef& reference) { return reference.isNull(); };
         std::erase_if(object->reactors, isNull);
         if (auto* const control = object->as<dwg::TableControl>())

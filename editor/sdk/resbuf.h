@@ -2,6 +2,8 @@
 
 #include "editor/sdk/status.h"
 
+#include <cstdint>
+
 /// One element of a list of values that the host takes and gives. `restype` is one of the RT codes and tells which
 /// member of `resval` holds. A string is owned by its element (made by the C run-time's allocation, freed by
 /// acutRelRb).
@@ -14,6 +16,7 @@ struct resbuf {
         short rint;
         int rlong;
         wchar_t* rstring;
+        std::uint64_t rlname; ///< handle of an object of the current drawing
     } resval{};
 };
 

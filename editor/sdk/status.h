@@ -41,6 +41,7 @@ constexpr int RTREAL = 5001;
 constexpr int RTPOINT = 5002;
 constexpr int RTSHORT = 5003;
 constexpr int RTSTR = 5005;
+constexpr int RTENAME = 5006;
 constexpr int RT3DPOINT = 5009;
 constexpr int RTLONG = 5010;
 constexpr int RTVOID = 5014;

@@ -3,16 +3,17 @@
 #include "editor/database/wireframe.h"
 #include "editor/sdk/documents.h"
 #include "editor/sdk/editor.h"
+#include "editor/window/colour_dialog.h"
 #include "editor/window/command_panel.h"
 #include "editor/window/drawing_view.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDockWidget>
 #include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QInputDialog>
 #include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
@@ -179,9 +180,8 @@ SaveAnswer MainWindow::askToSave(const std::wstring& drawing) {
 }
 
 std::optional<int> MainWindow::pickColour(int start) {
-    bool taken = false;
-    const int colour = QInputDialog::getInt(this, "Select Color", "Color index (1 to 255):", start, 1, 255, 1, &taken);
-    return taken ? std::optional(colour) : std::nullopt;
+    QWidget* const front = QApplication::activeModalWidget();
+    return ColourDialog::pick(front != nullptr ? front : this, start);
 }
 
 AcDbObjectId MainWindow::objectAt(const AcGePoint3d& point) {
