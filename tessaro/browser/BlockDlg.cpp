@@ -6,6 +6,7 @@
 #include "tessaro/browser/QtText.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/mapping/dialogs/NewMap.h"
 #include "tessaro/platform/File.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/platform/UserInterface.h"
@@ -40,6 +41,7 @@ BlockDlg::BlockDlg(QWidget* owner)
                          Qt::WindowCloseButtonHint) {
     setObjectName(QStringLiteral("BlockDlg"));
     InstallMainThreadLoop();
+    SetNewMapQuestion(AskForNewMap);
     setFont(DialogFont());
     CreateControls();
 }
@@ -162,9 +164,10 @@ void BlockDlg::ConnectControls() {
     click(controls->help, &BlockDlg::OnHelp);
     click(controls->add, &BlockDlg::OnAdd);
     click(controls->remove, &BlockDlg::OnDelete);
+    click(controls->schemes, &BlockDlg::OnSchemes);
     connect(controls->moveUp, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(true); }); });
     connect(controls->moveDown, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(false); }); });
-    for (QPushButton* button : {controls->preferences, controls->schemes, controls->print, controls->editDescription})
+    for (QPushButton* button : {controls->preferences, controls->print, controls->editDescription})
         button->setEnabled(HasBehaviour(button));
 
     controls->quickFind->onChange = [this] { Handle([this] { QuickFind(true); }); };
@@ -174,8 +177,7 @@ void BlockDlg::ConnectControls() {
 }
 
 bool BlockDlg::HasBehaviour(const QWidget* control) const {
-    return control != controls->preferences && control != controls->schemes && control != controls->print &&
-           control != controls->editDescription;
+    return control != controls->preferences && control != controls->print && control != controls->editDescription;
 }
 
 void BlockDlg::Enable(QWidget* control, bool enabled) {

@@ -121,6 +121,7 @@ private:
     void OnBlockMenu(QPoint place);
     void OnDirectorySelected(int row);
     void OnAdd();
+    void OnSchemes();
     void OnDelete();
     void OnMove(bool up);
     void OnDirectoryRenamed(int row, const std::wstring& text);
