@@ -3,6 +3,7 @@
 #include "editor/sdk/editor.h"
 
 #include "tessaro/platform/Text.h"
+#include "tests/catalogue/Told.h"
 
 #include <cstdarg>
 #include <cwchar>
@@ -11,12 +12,11 @@ namespace catalogue_tests {
 
 std::optional<std::wstring> SupportPath::found;
 std::wstring SupportPath::asked;
-std::wstring HostCommandLine::printed;
 
 } // namespace catalogue_tests
 
-using catalogue_tests::HostCommandLine;
 using catalogue_tests::SupportPath;
+using catalogue_tests::Told;
 
 int acedFindFile(const wchar_t* name, wchar_t* result, std::size_t size) {
     SupportPath::asked = name;
@@ -30,7 +30,7 @@ int acedFindFile(const wchar_t* name, wchar_t* result, std::size_t size) {
 int acutPrintf(const wchar_t* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    HostCommandLine::printed += platform::FormatV(format, arguments);
+    Told::Print(platform::FormatV(format, arguments));
     va_end(arguments);
     return RTNORM;
 }

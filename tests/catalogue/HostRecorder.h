@@ -11,9 +11,4 @@ struct SupportPath {
     static std::wstring asked;
 };
 
-/// What was printed on the host's command line.
-struct HostCommandLine {
-    static std::wstring printed;
-};
-
 } // namespace catalogue_tests

@@ -5,7 +5,6 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/MapScheme.h"
 #include "tessaro/platform/Text.h"
-#include "tests/catalogue/HostRecorder.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <stdexcept>
@@ -27,7 +26,6 @@ void Reset() {
         backupIni = printType = 0;
     printScale = 4;
     useCompression = 1;
-    HostCommandLine::printed.clear();
     theBlockDlg = nullptr;
     currentDirectory = nullptr;
     moduleFolder.clear();
