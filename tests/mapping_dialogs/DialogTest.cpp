@@ -7,6 +7,8 @@
 #include <QDialogButtonBox>
 #include <QPushButton>
 
+#include <algorithm>
+
 namespace tests {
 
 DialogTest::DialogTest() : drawing(*host.documents().create().database()) {
@@ -51,7 +53,12 @@ void DialogTest::Press(const QWidget& dialog, const QString& caption) {
 void DialogTest::Type(QLineEdit& edit, const QString& text) {
     edit.selectAll();
     QTest::keyClick(&edit, Qt::Key_Delete);
-    QTest::keyClicks(&edit, text);
+    // Keys are simulated for plain letters only.
+    const bool isPlain = std::all_of(text.begin(), text.end(), [](QChar letter) { return letter.unicode() < 0x80; });
+    if (isPlain)
+        QTest::keyClicks(&edit, text);
+    else
+        edit.insert(text);
 }
 
 void DialogTest::Pick(QComboBox& box, const QString& entry) {
