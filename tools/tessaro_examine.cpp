@@ -1,13 +1,16 @@
 // Examines one drawing as the catalogue does and prints what it found as one JSON object.
 //
-//   tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] [--pictures DIR]
+//   tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] [--pictures DIR] [--paint DIR]
 //
 // The background is the host's colour word, red in the low byte. Marks replace the insertion point that the helper
 // gives; they count in pixels of the preview, from its bottom left corner. Dates are seconds since 1970-01-01 UTC. With
 // --pictures the pixels of both pictures, as drawn and as the lists keep them, go to DIR as large.drawn, large.stored,
-// small.drawn and small.stored: red, green, blue, top row first. The helper is taken from the program's own folder.
-// The exit status is 1 where the drawing can't be examined.
+// small.drawn and small.stored: red, green, blue, top row first. With --paint the preview goes to DIR likewise: as on
+// the screen at its own size (screen, 260 by 190 on black) and as printed at twice its size (print, 520 by 384 on
+// white). The helper is taken from the program's own folder. The exit status is 1 where the drawing can't be examined.
 
+#include "tessaro/browser/painting/PaintPreview.h"
+#include "tessaro/browser/preview/PictureContext.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/platform/Paths.h"
@@ -15,6 +18,7 @@
 #include "tessaro/reading/Examination.h"
 #include "tools/json_writer.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <exception>
@@ -32,6 +36,7 @@ struct Options {
     std::uint32_t background = 0;
     std::optional<MarkPoints> marks;
     std::optional<std::filesystem::path> pictures;
+    std::optional<std::filesystem::path> paint;
 };
 
 template <typename Number, typename... Base> Number parse(std::string_view text, Base... base) {
@@ -69,6 +74,8 @@ Options parseOptions(int argc, char** argv) {
             options.marks.emplace();
         } else if (argument == "--pictures") {
             options.pictures = next(i);
+        } else if (argument == "--paint") {
+            options.paint = next(i);
         } else if (argument.starts_with("--") || !options.file.empty()) {
             throw std::invalid_argument("unknown argument: " + std::string(argument));
         } else {
@@ -76,8 +83,8 @@ Options parseOptions(int argc, char** argv) {
         }
     }
     if (options.file.empty())
-        throw std::invalid_argument(
-            "usage: tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] [--pictures DIR]");
+        throw std::invalid_argument("usage: tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] "
+                                    "[--pictures DIR] [--paint DIR]");
     return options;
 }
 
@@ -96,6 +103,27 @@ void writePictures(const std::filesystem::path& folder, const Directory& directo
     writePicture(folder / "large.stored", directory.largeImages->Draw(block.imageIndex));
     writePicture(folder / "small.drawn", pictures.small);
     writePicture(folder / "small.stored", directory.smallImages->Draw(block.imageIndex));
+}
+
+// Paints over all of the picture's pixels as they are given.
+Picture paintedPreview(const Directory& directory, Block block, const std::optional<MarkPoints>& marks, Picture picture,
+                       int scale, bool forScreen) {
+    PictureContext context(picture);
+    if (auto preview = LoadPreview(directory, block)) {
+        if (marks)
+            preview->points = *marks;
+        DrawPreview(context, *preview, block.fileType, 0, 0, scale, forScreen);
+    }
+    return picture;
+}
+
+void writePaint(const Options& options, const Directory& directory, const Block& block) {
+    Picture sheet(520, 384);
+    std::fill(sheet.pixels.begin(), sheet.pixels.end(), std::uint8_t{255});
+    std::filesystem::create_directories(*options.paint);
+    writePicture(*options.paint / "screen",
+                 paintedPreview(directory, block, options.marks, Picture(260, 190), 1, true));
+    writePicture(*options.paint / "print", paintedPreview(directory, block, options.marks, sheet, 2, false));
 }
 
 std::string toJson(const Block& block, const Examination& found) {
@@ -135,6 +163,8 @@ void run(const Options& options) {
     ApplyExamination(directory, block, found);
     if (options.pictures && found.pictures)
         writePictures(*options.pictures, directory, block, *found.pictures);
+    if (options.paint && found.pictures)
+        writePaint(options, directory, block);
     std::printf("%s\n", toJson(block, found).c_str());
 }
 

@@ -34,6 +34,16 @@ void PutPixel(Picture& picture, std::int64_t x, std::int64_t y, std::uint32_t co
     pixel[2] = static_cast<std::uint8_t>(colour >> 16);
 }
 
+std::uint32_t ColourAt(const Picture& picture, std::int64_t x, std::int64_t y) {
+    const auto* pixel = &picture.pixels[static_cast<std::size_t>((y * picture.width + x) * 3)];
+    return pixel[0] | std::uint32_t{pixel[1]} << 8 | std::uint32_t{pixel[2]} << 16;
+}
+
+/// The part of a run, counted from the box's begin, that lies in the picture's `length` pixels.
+PixelRun Within(const PixelRun& run, std::int64_t begin, std::int64_t length) {
+    return {std::max<std::int64_t>(0, begin + run.first), std::min(length, begin + run.end)};
+}
+
 /// One destination row: the source rows of the run, counted from the top of the source box, meet in it.
 std::vector<Meeting> MeetRows(const DibPixels& pixels, const PixelBox& source, const PixelRun& rows,
                               const std::vector<PixelRun>& columns, StretchMode mode) {
@@ -95,5 +105,26 @@ void StretchDib(Picture& picture, const PixelBox& destination, const PreviewByte
         for (std::size_t i = 0; i < cells.size(); ++i)
             PutPixel(picture, destination.left + firstColumn + static_cast<std::int64_t>(i), destination.top + y,
                      cells[i].Colour());
+    }
+}
+
+void StretchPicture(Picture& picture, const PixelBox& destination, const Picture& from, const PixelBox& source,
+                    StretchMode mode) {
+    if (destination.width <= 0 || destination.height <= 0 || source.width <= 0 || source.height <= 0)
+        return;
+    const std::int64_t endColumn = std::min(destination.width, picture.width - destination.left);
+    const std::int64_t endRow = std::min(destination.height, picture.height - destination.top);
+    for (std::int64_t y = std::max<std::int64_t>(0, -destination.top); y < endRow; ++y) {
+        const PixelRun rows = Within(SourceRun(y, source.height, destination.height), source.top, from.height);
+        for (std::int64_t x = std::max<std::int64_t>(0, -destination.left); x < endColumn; ++x) {
+            const PixelRun columns = Within(SourceRun(x, source.width, destination.width), source.left, from.width);
+            if (rows.first >= rows.end || columns.first >= columns.end)
+                continue;
+            Meeting cell(mode);
+            for (std::int64_t row = rows.first; row < rows.end && !cell.IsSettled(); ++row)
+                for (std::int64_t column = columns.first; column < columns.end && !cell.IsSettled(); ++column)
+                    cell.Add(ColourAt(from, column, row));
+            PutPixel(picture, destination.left + x, destination.top + y, cell.Colour());
+        }
     }
 }

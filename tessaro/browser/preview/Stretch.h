@@ -30,3 +30,7 @@ PixelRun SourceRun(std::int64_t index, std::int64_t source, std::int64_t destina
 /// is copied for a box without extent, or of a preview that can't be drawn.
 void StretchDib(Picture& picture, const PixelBox& destination, const PreviewBytes& preview, std::uint64_t pixelOffset,
                 const PixelBox& source, StretchMode mode);
+
+/// The same with a picture for the source, red in the low byte. Of what lies outside of it nothing is drawn.
+void StretchPicture(Picture& picture, const PixelBox& destination, const Picture& from, const PixelBox& source,
+                    StretchMode mode);

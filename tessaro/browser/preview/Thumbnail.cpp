@@ -2,12 +2,11 @@
 #include "tessaro/browser/preview/Ellipse.h"
 #include "tessaro/browser/preview/Preview.h"
 #include "tessaro/browser/preview/Stretch.h"
+#include "tessaro/browser/preview/Truncate.h"
 
 #include "tessaro/catalogue/Raster.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
-
-#include <cmath>
 
 namespace {
 
@@ -21,14 +20,6 @@ struct Placement {
     double factor = 0;
     PixelBox box;
 };
-
-/// Toward zero. What is no number, or more than any picture holds, lands far outside of it.
-std::int64_t Truncate(double value) {
-    constexpr double limit = 1e12;
-    if (std::isnan(value))
-        return static_cast<std::int64_t>(-limit);
-    return static_cast<std::int64_t>(std::fmax(-limit, std::fmin(limit, value)));
-}
 
 Placement Place(int boxWidth, int boxHeight, const DibHeader& header) {
     const double width = header.width;
