@@ -4,6 +4,7 @@
 #include "tessaro/browser/DialogLayout.h"
 #include "tessaro/browser/MainThreadLoop.h"
 #include "tessaro/browser/QtText.h"
+#include "tessaro/browser/QuickPic.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/dialogs/NewMap.h"
@@ -81,6 +82,7 @@ void BlockDlg::OnInitDialog() {
 
 void BlockDlg::DestroyWindow() {
     windowExists = false;
+    quickPic.reset();
     hide();
     destroy();
     BrowserWindow* self = this;
@@ -95,6 +97,8 @@ void BlockDlg::DestroyWindow() {
 void BlockDlg::OnCommand(int id) {
     if (id == kCloseCommand)
         QDialog::reject();
+    else if (id == QuickPic::kGoneCommand)
+        quickPic.reset();
 }
 
 void BlockDlg::OnCancel() {
@@ -162,22 +166,24 @@ void BlockDlg::ConnectControls() {
     click(controls->amCatalog, &BlockDlg::OnAmCatalog);
     click(controls->viewButton, &BlockDlg::OnViewButton);
     click(controls->help, &BlockDlg::OnHelp);
+    click(controls->print, &BlockDlg::OnPrint);
     click(controls->add, &BlockDlg::OnAdd);
     click(controls->remove, &BlockDlg::OnDelete);
     click(controls->schemes, &BlockDlg::OnSchemes);
     connect(controls->moveUp, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(true); }); });
     connect(controls->moveDown, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(false); }); });
-    for (QPushButton* button : {controls->preferences, controls->print, controls->editDescription})
+    for (QPushButton* button : {controls->preferences, controls->editDescription})
         button->setEnabled(HasBehaviour(button));
 
     controls->quickFind->onChange = [this] { Handle([this] { QuickFind(true); }); };
     controls->quickFind->onReturn = [this] { Handle([this] { QuickFindNext(); }); };
     controls->viewButton->hasDirectory = [] { return currentDirectory != nullptr; };
     ConnectLists();
+    ConnectQuickPic();
 }
 
 bool BlockDlg::HasBehaviour(const QWidget* control) const {
-    return control != controls->preferences && control != controls->print && control != controls->editDescription;
+    return control != controls->preferences && control != controls->editDescription;
 }
 
 void BlockDlg::Enable(QWidget* control, bool enabled) {

@@ -11,6 +11,7 @@
 #include <thread>
 #include <vector>
 
+class QuickPic;
 struct BlockDlgControls;
 
 /// What a placement button stores, to be carried out when the window is gone. The result is not looked at.
@@ -92,6 +93,7 @@ private:
     void CreateControls();
     void ConnectControls();
     void ConnectLists();
+    void ConnectQuickPic();
     void OnInitDialog();
     void DestroyWindow();
     void OnCommand(int id);
@@ -118,6 +120,8 @@ private:
     void OnAmCatalog();
     void OnViewButton();
     void OnHelp();
+    void OpenQuickPic();
+    void OnPrint();
     void OnBlockMenu(QPoint place);
     void OnDirectorySelected(int row);
     void OnAdd();
@@ -134,6 +138,7 @@ private:
     friend void RequestClose(BlockDlg& dlg);
 
     std::unique_ptr<BlockDlgControls> controls;
+    std::unique_ptr<QuickPic> quickPic;     ///< until it reports its end
     std::vector<std::thread> closeRequests; ///< short; joined when the window goes
     bool windowExists = false;
     bool administrator = true;

@@ -1,0 +1,56 @@
+// The catalogue sheet of the current directory.
+#include "tessaro/browser/BlockDlg.h"
+#include "tessaro/browser/BlockDlgControls.h"
+#include "tessaro/browser/painting/PrintCatalogue.h"
+#include "tessaro/browser/printing/PrintDialog.h"
+#include "tessaro/browser/printing/PrintProgress.h"
+#include "tessaro/browser/printing/QtPrinterContext.h"
+#include "tessaro/catalogue/Directory.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/UserInterface.h"
+
+#include <QPrinter>
+
+namespace {
+
+/// The block list as it is printed.
+class ListToPrint : public PrintWindow {
+public:
+    ListToPrint(QWidget& dialog, const ListModel& listRows, const ImageList* listPictures)
+        : owner(dialog), rows(listRows), pictures(listPictures) {}
+
+    int RowCount() const override { return rows.RowCount(); }
+    PrintRow Row(int row) const override { return {static_cast<Block*>(rows.Data(row)), rows.Image(row)}; }
+    const ImageList* Pictures() const override { return pictures; }
+    void OpenProgress(int range) override { progress = std::make_unique<PrintProgress>(&owner, range); }
+    void SetProgress(int position) override { progress->SetPosition(position); }
+    void CloseProgress() override { progress.reset(); }
+
+private:
+    QWidget& owner;
+    const ListModel& rows;
+    const ImageList* pictures;
+    std::unique_ptr<PrintProgress> progress;
+};
+
+} // namespace
+
+void BlockDlg::OnPrint() {
+    const Directory* const directory = currentDirectory;
+    if (directory == nullptr)
+        return;
+    if (!directory->loaded) {
+        platform::MessageBox(L"The directory is not done loading. Please try again later.");
+        return;
+    }
+    {
+        QPrinter printer(QPrinter::HighResolution);
+        PrintDialog dialog(printer, this);
+        if (dialog.exec() != QDialog::Accepted)
+            return;
+        ListToPrint window(*this, controls->blockList->Rows(), directory->largeImages.get());
+        QtPrinterContext dc(printer);
+        PrintCatalogue(dc, window);
+    }
+    platform::MessageBox(L"Done Printing");
+}
