@@ -30,6 +30,10 @@ public:
             return &theEditor->commands();
         if (key == ACED_EDITOR_OBJECT)
             return &theEditor->reactors();
+        if (key == ACED_RIBBON)
+            return &theEditor->ribbon();
+        if (key == ACED_TOOLBAR)
+            return &theEditor->toolbar();
         return nullptr;
     }
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/application/button_bar.h"
 #include "editor/application/command_line.h"
 #include "editor/application/command_processor.h"
 #include "editor/application/command_stack.h"
@@ -44,6 +45,8 @@ public:
     Linker& linker() { return moduleLinker; }
     CommandProcessor& processor() { return commandProcessor; }
     Variables& variables() { return systemVariables; }
+    ButtonBar& ribbon() { return ribbonButtons; }
+    ButtonBar& toolbar() { return toolbarButtons; }
     /// Never null: without a window, the answers of an editor that has none.
     WindowServices& window() { return *windowServices; }
 
@@ -86,6 +89,8 @@ private:
     DocumentManager documentManager;
     Variables systemVariables;
     CommandProcessor commandProcessor;
+    ButtonBar ribbonButtons{*this};
+    ButtonBar toolbarButtons{*this};
     WindowServices noWindow;
     WindowServices* windowServices = &noWindow;
     AcColorSettings currentColours{0x302821, 0xFFFFFF};

@@ -87,6 +87,8 @@ public:
     virtual void regenerate() {}
     /// These objects are marked as selected; none ends it.
     virtual void highlight(const std::vector<AcDbObjectId>&) {}
+    /// Applications have added or removed buttons of the ribbon or the toolbar.
+    virtual void buttonsChanged() {}
     /// Drawings were opened, closed, renamed or made current.
     virtual void documentsChanged() {}
     /// A command has ended that may have changed the current drawing.

@@ -1,11 +1,13 @@
 #include "editor/window/main_window.h"
 
+#include "editor/application/editor.h"
 #include "editor/database/wireframe.h"
 #include "editor/sdk/documents.h"
 #include "editor/sdk/editor.h"
 #include "editor/window/colour_dialog.h"
 #include "editor/window/command_panel.h"
 #include "editor/window/drawing_view.h"
+#include "editor/window/ribbon.h"
 
 #include <QAction>
 #include <QApplication>
@@ -19,7 +21,6 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QTimer>
-#include <QToolBar>
 
 namespace editor {
 
@@ -27,7 +28,8 @@ namespace {
 const char* const drawingFilter = "Drawings (*.dwg *.DWG)";
 }
 
-MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(this)), coordinates(new QLabel(this)) {
+MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(this)), coordinates(new QLabel(this)),
+      ribbon(new Ribbon(this)), applicationBar(new ButtonToolBar(this)) {
     setObjectName("mainWindow");
     resize(1280, 860);
     setCentralWidget(view);
@@ -73,15 +75,7 @@ void MainWindow::makeMenus() {
     const auto command = [this](QMenu* menu, const QString& text, const QKeySequence& keys, const QString& sent) {
         QAction* action = menu->addAction(text);
         action->setShortcut(keys);
-        connect(action, &QAction::triggered, this, [this, sent] {
-            // A command from a menu ends what is running, as Escape would.
-            if (!atCommandPrompt) {
-                UserEvent cancel;
-                cancel.kind = UserEvent::Kind::Cancel;
-                give(std::move(cancel));
-            }
-            send(sent);
-        });
+        connect(action, &QAction::triggered, this, [this, sent] { start(sent); });
         return action;
     };
     QMenu* file = menuBar()->addMenu("&File");
@@ -97,12 +91,28 @@ void MainWindow::makeMenus() {
     extents->setShortcut(QKeySequence("Ctrl+E"));
     connect(extents, &QAction::triggered, view, &DrawingView::zoomExtents);
 
-    QToolBar* bar = addToolBar("Commands");
-    bar->setObjectName("commandBar");
-    bar->setMovable(false);
-    bar->setToolButtonStyle(Qt::ToolButtonTextOnly);
-    bar->addAction(library);
-    bar->addAction(extents);
+    ribbon->addPanel("Blocks", {library});
+    ribbon->addPanel("View", {extents});
+    addToolBar(ribbon);
+    addToolBarBreak();
+    addToolBar(applicationBar);
+    connect(ribbon, &Ribbon::chosen, this, &MainWindow::start);
+    connect(applicationBar, &ButtonToolBar::chosen, this, &MainWindow::start);
+}
+
+void MainWindow::start(const QString& command) {
+    // A command of a menu or a button ends what is running, as Escape would.
+    if (!atCommandPrompt) {
+        UserEvent cancel;
+        cancel.kind = UserEvent::Kind::Cancel;
+        give(std::move(cancel));
+    }
+    send(command);
+}
+
+void MainWindow::buttonsChanged() {
+    ribbon->showButtons(Editor::instance()->ribbon().buttons());
+    applicationBar->showButtons(Editor::instance()->toolbar().buttons());
 }
 
 void MainWindow::print(std::wstring_view text) {

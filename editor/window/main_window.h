@@ -12,8 +12,10 @@ class QLabel;
 
 namespace editor {
 
+class ButtonToolBar;
 class CommandPanel;
 class DrawingView;
+class Ribbon;
 
 /// The editor's window: the current drawing above, the command line below. It answers the prompts of a user at work by
 /// waiting in an event loop of its own; in batch mode a script answers them and the window only shows.
@@ -41,6 +43,7 @@ public:
     std::optional<int> pickColour(int start) override;
     AcDbObjectId objectAt(const AcGePoint3d& point) override;
     void zoomExtents() override;
+    void buttonsChanged() override;
     void documentsChanged() override;
     void drawingChanged() override;
 
@@ -57,6 +60,7 @@ protected:
 
 private:
     void makeMenus();
+    void start(const QString& command);
     void give(UserEvent event);
     void send(const QString& text);
     void refresh();
@@ -64,6 +68,8 @@ private:
     DrawingView* view;
     CommandPanel* panel;
     QLabel* coordinates;
+    Ribbon* ribbon;
+    ButtonToolBar* applicationBar;
     std::deque<UserEvent> waiting;
     QEventLoop* loop = nullptr; // of the innermost next()
     bool atCommandPrompt = false;

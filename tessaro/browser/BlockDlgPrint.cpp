@@ -45,6 +45,7 @@ void BlockDlg::OnPrint() {
     }
     {
         QPrinter printer(QPrinter::HighResolution);
+        printer.setDocName(QStringLiteral("Tessaro Print")); // The name that a file is offered under.
         PrintDialog dialog(printer, this);
         if (dialog.exec() != QDialog::Accepted)
             return;

@@ -4,7 +4,9 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/host/entry/DllBase.h"
 #include "tessaro/host/entry/Registry.h"
+#include "tessaro/host/entry/Ribbon.h"
 #include "tessaro/platform/Paths.h"
+#include "tessaro/platform/Resources.h"
 #include "tessaro/platform/SharedLibrary.h"
 
 namespace {
@@ -42,9 +44,10 @@ void LoadToolbarModule(const std::wstring& file) {
 
 } // namespace
 
-// The button is offered to the toolbar only: this version brings no picture for a ribbon.
 int NorvaneSetupToolbar() {
     Log(L"SetupToolbar\n");
+    if (SetupRibbon(moduleFolder, kCommand, kTitle, platform::FindResource(moduleHandle, kPictureResource)))
+        return 1;
     if (IsEditionWithoutToolbars())
         return 0;
     if (AddButton())
