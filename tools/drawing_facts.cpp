@@ -12,6 +12,7 @@
 #include "editor/dwg/summary_info.h"
 #include "tools/json_writer.h"
 
+#include <array>
 #include <cstdio>
 #include <set>
 
@@ -90,6 +91,20 @@ void printSummary(JsonWriter& json, const dwg::SummaryInfo& info) {
     json.endObject();
 }
 
+/// Up to 2000 the index. From 2004 on a layer stores four bytes in its place, the highest telling what the others are
+/// (c3 an index, c2 a true colour): they are printed, and 256 for the index.
+void printColor(JsonWriter& json, dwg::Release release, const dwg::Color& color) {
+    if (release < dwg::Release::r2004) {
+        json.member("colour", std::int32_t{color.index});
+        json.key("rgb").null();
+        return;
+    }
+    json.member("colour", std::int32_t{256});
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%08x", dwg::packedColor(color));
+    json.member("rgb", std::string_view(text.data()));
+}
+
 void printObjects(JsonWriter& json, const dwg::Drawing& drawing) {
     if (const auto view = dwg::activeView(drawing)) {
         json.key("activeView").beginObject();
@@ -106,8 +121,7 @@ void printObjects(JsonWriter& json, const dwg::Drawing& drawing) {
     for (const dwg::LayerFacts& layer : dwg::layerFacts(drawing)) {
         json.beginObject();
         json.member("name", layer.name);
-        json.member("colour", std::int32_t{layer.color.index});
-        json.key("rgb").null(); // no true colours before 2004
+        printColor(json, drawing.release, layer.color);
         json.member("linetype", layer.linetype);
         json.endObject();
     }
@@ -164,12 +178,10 @@ dwg::Result<void> printFile(JsonWriter& json, const char* path) {
         printSummary(json, *summary);
     else if (summary.error().kind != dwg::ErrorKind::missing)
         return summary.error();
-    if (file->release() == dwg::Release::r2000) {
-        const auto drawing = dwg::readDrawing(*file);
-        if (!drawing)
-            return drawing.error();
-        printObjects(json, *drawing);
-    }
+    const auto drawing = dwg::readDrawing(*file);
+    if (!drawing)
+        return drawing.error();
+    printObjects(json, *drawing);
     return {};
 }
 

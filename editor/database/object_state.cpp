@@ -102,14 +102,13 @@ std::unique_ptr<AcDbObject> makeInterfaceObject(AcDbDatabase* database, const dw
 }
 
 const dwg::RecordHead* recordHead(const dwg::Object& object) {
-    return std::visit(
+    return object.body.visit(
         [](const auto& body) -> const dwg::RecordHead* {
             if constexpr (requires { body.head; })
                 return &body.head;
             else
                 return nullptr;
-        },
-        object.body);
+        });
 }
 
 dwg::RecordHead* recordHead(dwg::Object& object) {

@@ -123,7 +123,7 @@ void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings&
     const Transform& to = around.transform;
     const bool isNested = around.depth > 0;
     constexpr std::uint8_t invisibleAttribute = 1, constantAttribute = 2;
-    std::visit(
+    object.body.visit(
         [&](const auto& body) {
             using Body = std::decay_t<decltype(body)>;
             if constexpr (std::is_same_v<Body, dwg::Text>) {
@@ -140,8 +140,7 @@ void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings&
             } else if constexpr (requires { this->draw(body, to); }) {
                 draw(body, to);
             }
-        },
-        object.body);
+        });
 }
 
 void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& insert, const Surroundings& around) {
@@ -176,21 +175,19 @@ void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& 
     }
 }
 
-// A dimension isn't decoded, but the block that shows it is among its references, in world coordinates.
+// The block that shows a dimension lies in world coordinates.
 void WireframeBuilder::drawDimension(const dwg::Object& object, const Surroundings& around) {
-    const auto* const carried = object.as<dwg::Carried>();
-    if (carried == nullptr || around.depth >= limits.depth)
+    const auto* const dimension = object.as<dwg::Dimension>();
+    if (dimension == nullptr || around.depth >= limits.depth)
         return;
-    for (const dwg::HandleRef reference : carried->references) {
-        const auto* const block = database.drawing.body<dwg::BlockHeader>(reference);
-        if (block == nullptr || !block->anonymous)
-            continue;
-        Surroundings inside = around;
-        inside.depth = around.depth + 1;
-        inside.layer = layerOf(object, around);
-        inside.colour = colourOf(object, inside.layer, around);
-        return drawBlock(*block, inside);
-    }
+    const auto* const block = database.drawing.body<dwg::BlockHeader>(dimension->block);
+    if (block == nullptr || !block->anonymous)
+        return;
+    Surroundings inside = around;
+    inside.depth = around.depth + 1;
+    inside.layer = layerOf(object, around);
+    inside.colour = colourOf(object, inside.layer, around);
+    drawBlock(*block, inside);
 }
 
 void WireframeBuilder::stroke(std::vector<AcGePoint3d> points, bool filled) {

@@ -1,58 +1,87 @@
 #include "editor/dwg/classes.h"
 
 #include "editor/dwg/bits.h"
-#include "editor/dwg/crc.h"
-#include "editor/dwg/section_names.h"
+#include "editor/dwg/guarded_section.h"
 
 namespace dwg {
 
 namespace {
 
-constexpr std::size_t guardSize = 16;
-constexpr std::size_t lengthSize = 4;
+class ClassReader {
+public:
+    ClassReader(GuardedSection& opened, Release stored, const CodePage& page)
+        : section(opened), bits(opened.data), release(stored), codePage(page) {}
 
-/// Some writers store a text with its closing null.
-std::wstring text(BitReader& bits, const CodePage& codePage) {
-    std::wstring wide = codePage.decode(bits.t());
-    while (!wide.empty() && wide.back() == L'\0')
-        wide.pop_back();
-    return wide;
-}
+    /// What stands ahead of the records: the highest number, and what is always the same.
+    void skipHead() {
+        if (release < Release::r2004)
+            return;
+        bits.bs();
+        bits.rc();
+        bits.rc();
+        bits.b();
+    }
 
-} // namespace
+    /// A record takes more than a byte; what is left at the end is filling, or from 2007 on the texts.
+    bool more() const {
+        const std::size_t end = release < Release::r2007 ? bits.end() : section.textsAt;
+        return bits.position() + 8 <= end;
+    }
+    bool failed() const { return bits.failed() || section.text.failed(); }
+    std::size_t position() const { return bits.position() / 8; }
 
-Result<std::vector<ObjectClass>> readClasses(ByteView section, const CodePage& codePage, Findings& findings) {
-    const std::string place(section::classes);
-    BitReader head(section);
-    head.skip(guardSize * 8);
-    const std::size_t length = head.rl();
-    if (head.failed() || length > section.size() - guardSize - lengthSize)
-        return Error{ErrorKind::truncated, "the classes are longer than their section", guardSize};
-
-    const ByteView content = section.subspan(guardSize + lengthSize, length);
-    const ByteView checked = section.subspan(guardSize, lengthSize + length);
-    BitReader check(section.subspan(guardSize + lengthSize + length));
-    const std::uint16_t expected = check.rs();
-    if (check.failed() || expected != crc16(checked))
-        findings.push_back({place, "the check of the classes doesn't fit", guardSize + lengthSize + length});
-
-    std::vector<ObjectClass> classes;
-    BitReader bits(content);
-    // A record takes more than a byte, what is left at the end is filling.
-    while (bits.remaining() >= 8) {
-        const std::size_t start = bits.position();
+    ObjectClass next() {
         ObjectClass record;
         record.number = bits.bs();
         record.proxyFlags = bits.bs();
-        record.application = text(bits, codePage);
-        record.cppName = text(bits, codePage);
-        record.dxfName = text(bits, codePage);
+        record.application = text();
+        record.cppName = text();
+        record.dxfName = text();
         record.wasProxy = bits.b();
         record.item = bits.bs();
+        if (release >= Release::r2004) {
+            record.instances = bits.bl();
+            record.dwgVersion = bits.bl();
+            record.maintenance = bits.bl();
+            for (std::uint32_t& number : record.unknown)
+                number = bits.bl();
+        }
+        return record;
+    }
+
+private:
+    /// Some writers store a text with its closing null.
+    std::wstring text() {
+        std::wstring wide = release >= Release::r2007 ? section.text.tu() : codePage.decode(bits.t());
+        while (!wide.empty() && wide.back() == L'\0')
+            wide.pop_back();
+        return wide;
+    }
+
+    GuardedSection& section;
+    BitReader& bits;
+    const Release release;
+    const CodePage& codePage;
+};
+
+} // namespace
+
+Result<std::vector<ObjectClass>> readClasses(Bytes bytes, Release release, std::uint8_t maintenance,
+                                             const CodePage& codePage, Findings& findings) {
+    const std::string place(section::classes);
+    auto section = openGuardedSection(std::move(bytes), release, maintenance, place.c_str(), &findings);
+    if (!section)
+        return section.error();
+    ClassReader reader(*section, release, codePage);
+    reader.skipHead();
+    std::vector<ObjectClass> classes;
+    while (reader.more()) {
+        const std::size_t start = reader.position();
+        ObjectClass record = reader.next();
         const bool follows =
             record.number >= object_type::firstClass && (classes.empty() || record.number > classes.back().number);
-        if (bits.failed() || !follows) {
-            findings.push_back({place, "a class record that can't be; it and those behind it are left out", start / 8});
+        if (reader.failed() || !follows) {
+            findings.push_back({place, "a class record that can't be; it and those behind it are left out", start});
             break;
         }
         classes.push_back(std::move(record));
@@ -60,18 +89,38 @@ Result<std::vector<ObjectClass>> readClasses(ByteView section, const CodePage& c
     return classes;
 }
 
-Bytes encodeClasses(const std::vector<ObjectClass>& classes, const CodePage& codePage) {
-    BitWriter bits;
+Bytes encodeClasses(const std::vector<ObjectClass>& classes, const CodePage& codePage, Release release) {
+    GuardedContent content;
+    BitWriter& bits = content.data;
+    const auto text = [&](const std::wstring& value) {
+        if (release >= Release::r2007)
+            content.texts.tu(value);
+        else
+            bits.t(codePage.encode(value));
+    };
+    if (release >= Release::r2004) {
+        bits.bs(classes.empty() ? std::uint16_t{object_type::firstClass - 1} : classes.back().number);
+        bits.rc(0);
+        bits.rc(0);
+        bits.b(true);
+    }
     for (const ObjectClass& record : classes) {
         bits.bs(record.number);
         bits.bs(record.proxyFlags);
-        bits.t(codePage.encode(record.application));
-        bits.t(codePage.encode(record.cppName));
-        bits.t(codePage.encode(record.dxfName));
+        text(record.application);
+        text(record.cppName);
+        text(record.dxfName);
         bits.b(record.wasProxy);
         bits.bs(record.item);
+        if (release >= Release::r2004) {
+            bits.bl(record.instances);
+            bits.bl(record.dwgVersion);
+            bits.bl(record.maintenance);
+            for (const std::uint32_t number : record.unknown)
+                bits.bl(number);
+        }
     }
-    return bits.bytes();
+    return content.bytes(release);
 }
 
 } // namespace dwg

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "editor/dwg/color.h"
 #include "editor/dwg/handle.h"
 #include "editor/dwg/point.h"
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -97,6 +99,8 @@ struct LightweightPolyline {
     /// One for each point, or none at all.
     std::vector<double> bulges;
     std::vector<Width> widths;
+    /// From 2010 on.
+    std::vector<std::uint32_t> identifiers{};
     bool operator==(const LightweightPolyline&) const = default;
 };
 
@@ -126,16 +130,47 @@ struct Attribute {
     std::wstring tag;
     std::uint16_t fieldLength = 0;
     std::uint8_t flags = 0;
+    /// From 2007 on.
+    bool lockedPosition = false;
+    /// From 2010 on.
+    std::uint8_t version = 0;
+    /// From 2018 on: 1 for text of one line; others aren't decoded.
+    std::uint8_t kind = 1;
     bool operator==(const Attribute&) const = default;
 };
 
 struct AttributeDefinition {
     Attribute attribute;
     std::wstring prompt;
+    /// From 2010 on.
+    std::uint8_t version = 0;
     bool operator==(const AttributeDefinition&) const = default;
 };
 
 struct MultilineText {
+    static constexpr std::uint32_t backgroundColor = 0x01; ///< bits of backgroundFlags
+    static constexpr std::uint32_t backgroundFrame = 0x10;
+
+    /// What is stored of columns, from 2018 on.
+    struct Columns {
+        static constexpr std::uint16_t dynamic = 2;
+
+        std::uint16_t version = 0;
+        bool defaultFlag = true;
+        HandleRef application{handle_code::hardPointer};
+        /// Copies of fields of the text.
+        std::uint32_t attachment = 1;
+        Point3 xDirection{1, 0, 0}, insertion;
+        double rectangleWidth = 0, rectangleHeight = 0, extentsWidth = 0, extentsHeight = 0;
+        /// 0 none, 1 static, 2 dynamic.
+        std::uint16_t type = 0;
+        std::uint32_t count = 0;
+        double width = 0, gutter = 0;
+        bool automaticHeight = false, reversed = false;
+        std::vector<double> heights;
+        bool operator==(const Columns&) const = default;
+    };
+
     Point3 insertion;
     Point3 extrusion = zAxis;
     Point3 xDirection{1, 0, 0};
@@ -149,6 +184,15 @@ struct MultilineText {
     double lineSpacingFactor = 1;
     bool unknown = false;
     HandleRef style{handle_code::hardPointer};
+    /// From 2004 on.
+    std::uint32_t backgroundFlags = 0;
+    double backgroundScale = 1.5;
+    NamedColor background{};
+    std::uint32_t backgroundTransparency = 0;
+    /// From 2007 on.
+    double rectangleHeight = 0;
+    /// From 2018 on: present where the text isn't annotative.
+    std::optional<Columns> columns{};
     bool operator==(const MultilineText&) const = default;
 };
 
@@ -216,6 +260,8 @@ struct Vertex2d {
     double startWidth = 0, endWidth = 0;
     double bulge = 0;
     double tangent = 0;
+    /// From 2010 on.
+    std::uint32_t identifier = 0;
     bool operator==(const Vertex2d&) const = default;
 };
 

@@ -11,9 +11,7 @@ bool isZero(double value) {
     return std::bit_cast<std::uint64_t>(value) == 0;
 }
 
-} // namespace
-
-template <class Stream> void transfer(Stream& s, Line& body, std::uint16_t) {
+template <class Stream> void transferEnds(Stream& s, Line& body) {
     bool flat = isZero(body.start.z) && isZero(body.end.z);
     s.b(flat);
     s.rd(body.start.x);
@@ -23,6 +21,32 @@ template <class Stream> void transfer(Stream& s, Line& body, std::uint16_t) {
     if (!flat) {
         s.rd(body.start.z);
         s.dd(body.end.z, body.start.z);
+    }
+}
+
+template <class Stream> void transferCorners(Stream& s, Face3d& body) {
+    bool noInvisibleEdges = body.invisibleEdges == 0;
+    bool flat = isZero(body.corners[0].z);
+    s.b(noInvisibleEdges);
+    s.b(flat);
+    s.rd(body.corners[0].x);
+    s.rd(body.corners[0].y);
+    if (!flat)
+        s.rd(body.corners[0].z);
+    for (std::size_t i = 1; i < body.corners.size(); ++i)
+        s.dd3(body.corners[i], body.corners[i - 1]);
+    if (!noInvisibleEdges)
+        s.bs(body.invisibleEdges);
+}
+
+} // namespace
+
+template <class Stream> void transfer(Stream& s, Line& body, std::uint16_t) {
+    if (s.since(Release::r2000)) {
+        transferEnds(s, body);
+    } else {
+        s.bd3(body.start);
+        s.bd3(body.end);
     }
     s.bt(body.thickness);
     s.be(body.extrusion);
@@ -69,18 +93,13 @@ template <class Stream> void transfer(Stream& s, Solid& body, std::uint16_t) {
 }
 
 template <class Stream> void transfer(Stream& s, Face3d& body, std::uint16_t) {
-    bool noInvisibleEdges = body.invisibleEdges == 0;
-    bool flat = isZero(body.corners[0].z);
-    s.b(noInvisibleEdges);
-    s.b(flat);
-    s.rd(body.corners[0].x);
-    s.rd(body.corners[0].y);
-    if (!flat)
-        s.rd(body.corners[0].z);
-    for (std::size_t i = 1; i < body.corners.size(); ++i)
-        s.dd3(body.corners[i], body.corners[i - 1]);
-    if (!noInvisibleEdges)
-        s.bs(body.invisibleEdges);
+    if (s.since(Release::r2000)) {
+        transferCorners(s, body);
+        return;
+    }
+    for (Point3& corner : body.corners)
+        s.bd3(corner);
+    s.bs(body.invisibleEdges);
 }
 
 template <class Stream> void transfer(Stream& s, Ray& body, std::uint16_t) {

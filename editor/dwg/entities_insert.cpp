@@ -1,4 +1,4 @@
-#include "editor/dwg/objects_stream.h"
+#include "editor/dwg/objects_owned.h"
 
 /// Insertions of blocks and the frame of block records.
 namespace dwg {
@@ -44,21 +44,21 @@ template <class Stream> void transferScale(Stream& s, Point3& scale) {
 
 template <class Stream> void transfer(Stream& s, Insert& body, std::uint16_t type) {
     s.bd3(body.position);
-    transferScale(s, body.scale);
+    if (s.since(Release::r2000))
+        transferScale(s, body.scale);
+    else
+        s.bd3(body.scale);
     s.bd(body.rotation);
     s.bd3(body.extrusion);
     s.b(body.hasAttributes);
+    s.h(body.block);
+    if (body.hasAttributes)
+        transferChain(s, body.attributes);
     if (type == object_type::multipleInsert) {
         s.bs(body.columns);
         s.bs(body.rows);
         s.bd(body.columnSpacing);
         s.bd(body.rowSpacing);
-    }
-    s.h(body.block);
-    if (body.hasAttributes) {
-        s.h(body.attributes.first);
-        s.h(body.attributes.last);
-        s.h(body.attributes.sequenceEnd);
     }
 }
 

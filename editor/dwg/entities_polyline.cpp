@@ -1,4 +1,4 @@
-#include "editor/dwg/objects_stream.h"
+#include "editor/dwg/objects_owned.h"
 
 #include <bit>
 #include <cmath>
@@ -15,13 +15,14 @@ constexpr std::uint16_t hasConstantWidth = 0x04;
 constexpr std::uint16_t hasElevation = 0x08;
 constexpr std::uint16_t hasBulges = 0x10;
 constexpr std::uint16_t hasWidths = 0x20;
-constexpr std::uint16_t fieldBits = 0x3F;
+constexpr std::uint16_t hasIdentifiers = 0x400;
+constexpr std::uint16_t fieldBits = 0x43F;
 
 bool isZero(double value) {
     return std::bit_cast<std::uint64_t>(value) == 0;
 }
 
-std::uint16_t storedFields(const LightweightPolyline& polyline) {
+std::uint16_t storedFields(const LightweightPolyline& polyline, bool hasRoomForIdentifiers) {
     unsigned bits = 0;
     const auto note = [&bits](bool stored, std::uint16_t bit) { bits |= stored ? bit : 0U; };
     note(polyline.extrusion != zAxis, hasExtrusion);
@@ -30,19 +31,14 @@ std::uint16_t storedFields(const LightweightPolyline& polyline) {
     note(!isZero(polyline.elevation), hasElevation);
     note(!polyline.bulges.empty(), hasBulges);
     note(!polyline.widths.empty(), hasWidths);
+    note(hasRoomForIdentifiers && !polyline.identifiers.empty(), hasIdentifiers);
     return static_cast<std::uint16_t>(bits);
-}
-
-template <class Stream> void transferChain(Stream& s, OwnedChain& chain) {
-    s.h(chain.first);
-    s.h(chain.last);
-    s.h(chain.sequenceEnd);
 }
 
 } // namespace
 
 template <class Stream> void transfer(Stream& s, LightweightPolyline& body, std::uint16_t) {
-    auto flags = static_cast<std::uint16_t>((body.flags & ~fieldBits) | storedFields(body));
+    auto flags = static_cast<std::uint16_t>((body.flags & ~fieldBits) | storedFields(body, s.since(Release::r2010)));
     s.bs(flags);
     body.flags = static_cast<std::uint16_t>(flags & ~fieldBits);
     if ((flags & hasConstantWidth) != 0)
@@ -57,16 +53,22 @@ template <class Stream> void transfer(Stream& s, LightweightPolyline& body, std:
     s.sizeBl(body.points, 4);
     if ((flags & hasBulges) != 0)
         s.sizeBl(body.bulges, 2);
+    if ((flags & hasIdentifiers) != 0)
+        s.sizeBl(body.identifiers, 2);
     if ((flags & hasWidths) != 0)
         s.sizeBl(body.widths, 4);
     for (std::size_t i = 0; i < body.points.size(); ++i) {
-        if (i == 0)
+        if (i == 0 || !s.since(Release::r2000))
             s.rd2(body.points[i]);
         else
             s.dd2(body.points[i], body.points[i - 1]);
     }
     for (double& bulge : body.bulges)
         s.bd(bulge);
+    if ((flags & hasIdentifiers) != 0) {
+        for (std::uint32_t& identifier : body.identifiers)
+            s.bl(identifier);
+    }
     for (LightweightPolyline::Width& width : body.widths) {
         s.bd(width.start);
         s.bd(width.end);
@@ -120,6 +122,8 @@ template <class Stream> void transfer(Stream& s, Vertex2d& body, std::uint16_t) 
         s.bd(body.endWidth);
     }
     s.bd(body.bulge);
+    if (s.since(Release::r2010))
+        s.bl(body.identifier);
     s.bd(body.tangent);
 }
 

@@ -35,7 +35,24 @@ std::uint8_t omittedFields(const TextFields& text) {
     return static_cast<std::uint8_t>(omitted);
 }
 
-template <class Stream> void transferText(Stream& s, TextFields& text) {
+/// R13 and R14 store all of it.
+template <class Stream> void transferEarlyText(Stream& s, TextFields& text) {
+    s.bd(text.elevation);
+    s.rd2(text.insertion);
+    s.rd2(text.alignment);
+    s.bd3(text.extrusion);
+    s.bd(text.thickness);
+    s.bd(text.oblique);
+    s.bd(text.rotation);
+    s.bd(text.height);
+    s.bd(text.widthFactor);
+    s.t(text.value);
+    s.bs(text.generation);
+    s.bs(text.horizontal);
+    s.bs(text.vertical);
+}
+
+template <class Stream> void transferLateText(Stream& s, TextFields& text) {
     std::uint8_t omitted = omittedFields(text);
     s.rc(omitted);
     const auto stored = [&omitted](std::uint8_t bit) { return (omitted & bit) == 0; };
@@ -60,7 +77,57 @@ template <class Stream> void transferText(Stream& s, TextFields& text) {
         s.bs(text.horizontal);
     if (stored(noVertical))
         s.bs(text.vertical);
+}
+
+template <class Stream> void transferText(Stream& s, TextFields& text) {
+    if (s.since(Release::r2000))
+        transferLateText(s, text);
+    else
+        transferEarlyText(s, text);
     s.h(text.style);
+}
+
+template <class Stream> void transferColumns(Stream& s, MultilineText::Columns& columns) {
+    s.bs(columns.version);
+    s.b(columns.defaultFlag);
+    s.h(columns.application);
+    s.bl(columns.attachment);
+    s.bd3(columns.xDirection);
+    s.bd3(columns.insertion);
+    s.bd(columns.rectangleWidth);
+    s.bd(columns.rectangleHeight);
+    s.bd(columns.extentsWidth);
+    s.bd(columns.extentsHeight);
+    s.bs(columns.type);
+    if (columns.type == 0)
+        return;
+    s.bl(columns.count);
+    s.bd(columns.width);
+    s.bd(columns.gutter);
+    s.b(columns.automaticHeight);
+    s.b(columns.reversed);
+    if (columns.automaticHeight || columns.type != MultilineText::Columns::dynamic)
+        return;
+    if constexpr (Stream::reading) {
+        if (columns.count > s.data.remaining() / 2)
+            s.data.fail();
+        else
+            columns.heights.resize(columns.count);
+    }
+    for (double& height : columns.heights)
+        s.bd(height);
+}
+
+template <class Stream> void transferBackground(Stream& s, MultilineText& body) {
+    s.bl(body.backgroundFlags);
+    std::uint32_t filled = MultilineText::backgroundColor;
+    if (s.since(Release::r2018))
+        filled |= MultilineText::backgroundFrame;
+    if ((body.backgroundFlags & filled) == 0)
+        return;
+    s.bd(body.backgroundScale);
+    s.cmc(body.background);
+    s.bl(body.backgroundTransparency);
 }
 
 } // namespace
@@ -71,13 +138,21 @@ template <class Stream> void transfer(Stream& s, Text& body, std::uint16_t) {
 
 template <class Stream> void transfer(Stream& s, Attribute& body, std::uint16_t) {
     transferText(s, body.text);
+    if (s.since(Release::r2010))
+        s.rc(body.version);
+    if (s.since(Release::r2018))
+        s.rc(body.kind);
     s.t(body.tag);
     s.bs(body.fieldLength);
     s.rc(body.flags);
+    if (s.since(Release::r2007))
+        s.b(body.lockedPosition);
 }
 
 template <class Stream> void transfer(Stream& s, AttributeDefinition& body, std::uint16_t type) {
     transfer(s, body.attribute, type);
+    if (s.since(Release::r2010))
+        s.rc(body.version);
     s.t(body.prompt);
 }
 
@@ -86,16 +161,31 @@ template <class Stream> void transfer(Stream& s, MultilineText& body, std::uint1
     s.bd3(body.extrusion);
     s.bd3(body.xDirection);
     s.bd(body.rectangleWidth);
+    if (s.since(Release::r2007))
+        s.bd(body.rectangleHeight);
     s.bd(body.height);
     s.bs(body.attachment);
     s.bs(body.direction);
     s.bd(body.extentsHeight);
     s.bd(body.extentsWidth);
     s.t(body.value);
-    s.bs(body.lineSpacingStyle);
-    s.bd(body.lineSpacingFactor);
-    s.b(body.unknown);
+    if (s.since(Release::r2000)) {
+        s.bs(body.lineSpacingStyle);
+        s.bd(body.lineSpacingFactor);
+        s.b(body.unknown);
+    }
+    if (s.since(Release::r2004))
+        transferBackground(s, body);
     s.h(body.style);
+    if (!s.since(Release::r2018))
+        return;
+    bool notAnnotative = body.columns.has_value();
+    s.b(notAnnotative);
+    if (!notAnnotative)
+        return;
+    if constexpr (Stream::reading)
+        body.columns.emplace();
+    transferColumns(s, *body.columns);
 }
 
 DWG_INSTANTIATE_TRANSFER(Text);

@@ -14,14 +14,12 @@ bool equalIgnoringCase(const std::wstring& left, std::wstring_view lowerRight) {
 } // namespace
 
 const RecordHead* recordHead(const Object& object) {
-    return std::visit(
-        [](const auto& body) -> const RecordHead* {
-            if constexpr (requires { body.head; })
-                return &body.head;
-            else
-                return nullptr;
-        },
-        object.body);
+    return object.body.visit([](const auto& body) -> const RecordHead* {
+        if constexpr (requires { body.head; })
+            return &body.head;
+        else
+            return nullptr;
+    });
 }
 
 RecordHead* recordHead(Object& object) {

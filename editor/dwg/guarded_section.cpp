@@ -2,6 +2,7 @@
 
 #include "editor/dwg/byte_cursor.h"
 #include "editor/dwg/crc.h"
+#include "editor/dwg/text_stream.h"
 
 #include <algorithm>
 
@@ -10,27 +11,6 @@ namespace dwg {
 namespace {
 
 constexpr std::size_t guardLength = 16;
-
-// The string stream ends at `end`: its last bit tells whether there is one, ahead of it stands its length in bits.
-BitReader textBefore(ByteView bytes, std::size_t end) {
-    BitReader flag(bytes, 0, bytes.size() * 8);
-    if (end < 17)
-        return {};
-    flag.seek(end - 1);
-    if (!flag.b())
-        return {};
-    std::size_t lengthAt = end - 17;
-    flag.seek(lengthAt);
-    std::size_t length = flag.rs();
-    if ((length & 0x8000) != 0 && lengthAt >= 16) {
-        lengthAt -= 16;
-        flag.seek(lengthAt);
-        length = (length & 0x7FFF) | std::size_t{flag.rs()} << 15;
-    }
-    if (flag.failed() || length > lengthAt)
-        return {};
-    return BitReader(bytes, lengthAt - length, lengthAt);
-}
 
 } // namespace
 
@@ -43,8 +23,7 @@ Result<GuardedSection> openGuardedSection(Bytes bytes, Release release, std::uin
     const ByteView begin = cursor.take(guardLength);
     const std::uint32_t size = cursor.u32();
     // The length has a second half since sections may exceed 4 GiB; it is read to step over it.
-    const bool wideLength = release >= Release::r2018 || (release >= Release::r2010 && maintenance > 3);
-    if (wideLength)
+    if (hasWideLength(release, maintenance))
         cursor.skip(4);
     const std::size_t contentAt = cursor.position();
     if (cursor.failed())
@@ -73,10 +52,26 @@ Result<GuardedSection> openGuardedSection(Bytes bytes, Release release, std::uin
     const std::size_t end = contentAt * 8 + bits;
     if (bits < 32 || end > contentEnd * 8)
         return Error{ErrorKind::damaged, std::string(name) + " places its references outside itself", contentAt};
+    const TextStream texts = textStreamBefore(view, end);
     section.data = BitReader(view, contentAt * 8 + 32, end);
-    section.text = textBefore(view, end);
+    section.textsAt = texts.start;
+    section.text = texts.texts;
     section.handles = BitReader(view, end, contentEnd * 8);
     return section;
+}
+
+Bytes GuardedContent::bytes(Release release) const {
+    if (release < Release::r2007)
+        return data.bytes();
+    BitWriter body;
+    body.append(data.bits());
+    appendTextStream(body, texts.bits());
+    BitWriter out;
+    constexpr std::size_t ownBits = 32;
+    out.rl(static_cast<std::uint32_t>(ownBits + body.position()));
+    out.append(body.bits());
+    out.append(handles.bits());
+    return out.bytes();
 }
 
 } // namespace dwg

@@ -20,10 +20,25 @@ struct GuardedSection {
     BitReader data;
     BitReader text;
     BitReader handles;
+    /// From 2007 on: where the texts begin, which the data doesn't reach.
+    std::size_t textsAt = 0;
 };
 
 /// Opens a section as stored. Guards and checks that don't match are findings; a length beyond the section is an error.
 Result<GuardedSection> openGuardedSection(Bytes bytes, Release release, std::uint8_t maintenance, const char* name,
                                           Findings* findings);
+
+/// Whether the length of guarded sections has a second half.
+constexpr bool hasWideLength(Release release, std::uint8_t maintenance) {
+    return release >= Release::r2018 || (release >= Release::r2010 && maintenance > 3);
+}
+
+/// What is written between the guards, in three parts as it is read: up to 2004 the data alone holds everything.
+struct GuardedContent {
+    BitWriter data, texts, handles;
+
+    /// The content as the release stores it, from 2007 on with the place of the references ahead.
+    Bytes bytes(Release release) const;
+};
 
 } // namespace dwg

@@ -90,8 +90,8 @@ Object* Drawing::namedObjects() {
 const ObjectClass* Drawing::classOf(const Object& object) const {
     if (object.type < object_type::firstClass)
         return nullptr;
-    const auto found = std::ranges::find(classes, object.type, &ObjectClass::number);
-    return found == classes.end() ? nullptr : &*found;
+    const auto found = std::ranges::lower_bound(classes, object.type, {}, &ObjectClass::number);
+    return found == classes.end() || found->number != object.type ? nullptr : &*found;
 }
 
 std::uint16_t Drawing::classNumber(const ObjectClass& wanted) {

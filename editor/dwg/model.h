@@ -1,19 +1,18 @@
 #pragma once
 
 #include "editor/dwg/bits.h"
+#include "editor/dwg/body.h"
 #include "editor/dwg/color.h"
-#include "editor/dwg/entities.h"
 #include "editor/dwg/object_types.h"
-#include "editor/dwg/records.h"
 #include "editor/dwg/result.h"
 #include "editor/dwg/version.h"
 
+#include <array>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <unordered_map>
-#include <variant>
 #include <vector>
 
 /// A drawing in memory: objects by handle, with links that are kept in both directions on writing only.
@@ -25,20 +24,6 @@
 /// Changing an object is changing its fields and then calling Object::changed(), without which the writer stores the
 /// record that was read.
 namespace dwg {
-
-/// The body of an object that isn't decoded: the bits behind the data that all objects have, and its references. It
-/// is written as it is into a drawing of the release it comes from.
-struct Carried {
-    Bits bits;
-    std::vector<HandleRef> references;
-    bool operator==(const Carried&) const = default;
-};
-
-using Body = std::variant<Carried, Line, Circle, Arc, Ellipse, PointEntity, Solid, Face3d, Ray, LightweightPolyline,
-                          Text, Attribute, AttributeDefinition, MultilineText, Insert, Polyline2d, Polyline3d,
-                          PolyfaceMesh, PolygonMesh, Vertex2d, Vertex3d, PolyfaceFace, BlockBegin, BlockEnd,
-                          SequenceEnd, TableControl, BlockControl, BlockHeader, Layer, Linetype, TextStyle,
-                          ViewportRecord, ApplicationRecord, OtherRecord, Dictionary, DataRecord, Placeholder, Layout>;
 
 /// Extended data of one application, its values kept as stored.
 struct ExtendedData {
@@ -52,6 +37,25 @@ enum class ByWhat : std::uint8_t { layer = 0, block = 1, continuous = 2, handle 
 
 /// Where an entity lies: in the block record or entity that Object::owner names, or in one of the two spaces.
 enum class Space : std::uint8_t { owner = 0, paper = 1, model = 2 };
+
+/// What entities have from 2004, 2007 or 2010 on, and few have otherwise than by layer.
+struct EntityExtras {
+    /// Whether EntityData::color comes from a book, and its colour there.
+    bool hasBookColor = false;
+    HandleRef bookColor{handle_code::hardPointer};
+    /// As stored; nothing for by layer.
+    std::optional<std::uint32_t> transparency;
+    ByWhat materialFrom = ByWhat::layer;
+    HandleRef material{handle_code::hardPointer};
+    /// 0 casts and receives shadows; with 3 a reference is stored.
+    static constexpr std::uint8_t shadowByReference = 3;
+    std::uint8_t shadow = 0;
+    HandleRef shadowObject{handle_code::hardPointer};
+    /// Full, of faces, of edges; null without.
+    HandleRef fullStyle{handle_code::hardPointer}, faceStyle{handle_code::hardPointer},
+        edgeStyle{handle_code::hardPointer};
+    bool operator==(const EntityExtras&) const = default;
+};
 
 /// What all entities have. Its references follow their own rules: see the comments.
 struct EntityData {
@@ -74,6 +78,7 @@ struct EntityData {
     /// above, and not stored. linkEntities() brings them in line with the order of entities.
     bool noLinks = true;
     HandleRef previous{handle_code::softPointer}, next{handle_code::softPointer};
+    Rare<EntityExtras> extras;
     bool operator==(const EntityData&) const = default;
 };
 
@@ -91,12 +96,15 @@ struct Object {
     Body body;
     /// Some writers store every text with its closing null; then they are written so again.
     bool closedTexts = false;
-    /// The object as read, without length and check; empty for an object that is new or was changed.
+    /// From 2013 on: further data of the object lies in a section of its own.
+    bool hasBinaryData = false;
+    /// The object as read, without length and check; empty for an object that is new or was changed. From 2010 on it
+    /// begins with the size of the references, which the length doesn't count.
     std::vector<std::uint8_t> record;
 
     bool isEntity() const { return entity.has_value(); }
-    template <class T> T* as() { return std::get_if<T>(&body); }
-    template <class T> const T* as() const { return std::get_if<T>(&body); }
+    template <class T> T* as() { return body.as<T>(); }
+    template <class T> const T* as() const { return body.as<T>(); }
     /// From now on the object is encoded from its fields when it is written.
     void changed() { record.clear(); }
 };
@@ -111,6 +119,11 @@ struct ObjectClass {
     std::wstring application, cppName, dxfName;
     bool wasProxy = false;
     std::uint16_t item = objectItem;
+    /// From 2004 on: how many objects of the class there are, the release and maintenance number it comes from, and
+    /// two unknown numbers.
+    std::uint32_t instances = 0;
+    std::uint32_t dwgVersion = 0, maintenance = 0;
+    std::array<std::uint32_t, 2> unknown{};
 
     bool isEntity() const { return item == entityItem; }
     bool operator==(const ObjectClass&) const = default;

@@ -1,6 +1,7 @@
 #include "editor/dwg/objects_codec.h"
 
 #include "editor/dwg/objects_stream.h"
+#include "editor/dwg/text_stream.h"
 
 #include <algorithm>
 
@@ -11,120 +12,8 @@ namespace {
 const ObjectClass* findClass(const ObjectContext& context, std::uint16_t type) {
     if (context.classes == nullptr || type < object_type::firstClass)
         return nullptr;
-    const auto found = std::ranges::find(*context.classes, type, &ObjectClass::number);
-    return found == context.classes->end() ? nullptr : &*found;
-}
-
-Body emptyBodyOfClass(const std::wstring& name) {
-    if (name == L"XRECORD")
-        return DataRecord{};
-    if (name == L"LAYOUT")
-        return Layout{};
-    if (name == L"ACDBPLACEHOLDER")
-        return Placeholder{};
-    if (name == L"ACDBDICTIONARYWDFLT") {
-        Dictionary dictionary;
-        dictionary.hasDefault = true;
-        return dictionary;
-    }
-    return Carried{};
-}
-
-Body emptyBody(std::uint16_t type, const ObjectClass* objectClass) {
-    using namespace object_type;
-    switch (type) {
-    case text:
-        return Text{};
-    case attribute:
-        return Attribute{};
-    case attributeDefinition:
-        return AttributeDefinition{};
-    case block:
-        return BlockBegin{};
-    case endBlock:
-        return BlockEnd{};
-    case sequenceEnd:
-        return SequenceEnd{};
-    case insert:
-    case multipleInsert:
-        return Insert{};
-    case vertex2d:
-        return Vertex2d{};
-    case vertex3d:
-    case meshVertex:
-    case polyfaceVertex:
-        return Vertex3d{};
-    case polyfaceFace:
-        return PolyfaceFace{};
-    case polyline2d:
-        return Polyline2d{};
-    case polyline3d:
-        return Polyline3d{};
-    case arc:
-        return Arc{};
-    case circle:
-        return Circle{};
-    case line:
-        return Line{};
-    case point:
-        return PointEntity{};
-    case face3d:
-        return Face3d{};
-    case polyface:
-        return PolyfaceMesh{};
-    case polygonMesh:
-        return PolygonMesh{};
-    case solid:
-    case trace:
-        return Solid{};
-    case ellipse:
-        return Ellipse{};
-    case ray:
-    case constructionLine:
-        return Ray{};
-    case dictionary:
-        return Dictionary{};
-    case multilineText:
-        return MultilineText{};
-    case blockControl:
-        return BlockControl{};
-    case blockHeader:
-        return BlockHeader{};
-    case layerControl:
-    case styleControl:
-    case linetypeControl:
-    case viewControl:
-    case ucsControl:
-    case viewportControl:
-    case applicationControl:
-    case viewportEntityControl:
-        return TableControl{};
-    case layer:
-        return Layer{};
-    case style:
-        return TextStyle{};
-    case linetype:
-        return Linetype{};
-    case viewportRecord:
-        return ViewportRecord{};
-    case application:
-        return ApplicationRecord{};
-    case view:
-    case ucs:
-    case dimensionStyle:
-    case viewportEntityHeader:
-        return OtherRecord{};
-    case lightweightPolyline:
-        return LightweightPolyline{};
-    case record:
-        return DataRecord{};
-    case placeholder:
-        return Placeholder{};
-    case layout:
-        return Layout{};
-    default:
-        return objectClass == nullptr ? Body{Carried{}} : emptyBodyOfClass(objectClass->dxfName);
-    }
+    const auto found = std::ranges::lower_bound(*context.classes, type, {}, &ObjectClass::number);
+    return found == context.classes->end() || found->number != type ? nullptr : &*found;
 }
 
 bool isEntityType(std::uint16_t type, const ObjectClass* objectClass) {
@@ -154,59 +43,8 @@ void writeExtendedData(ObjectWriter& s, const Object& object) {
     s.bs(std::uint16_t{0});
 }
 
-template <class Stream> void transferGraphics(Stream& s, std::optional<std::vector<std::uint8_t>>& graphics) {
-    bool present = graphics.has_value();
-    s.b(present);
-    if (!present)
-        return;
-    if constexpr (Stream::reading) {
-        graphics = s.data.bytes(s.data.rl());
-    } else if constexpr (Stream::writing) {
-        s.data.rl(static_cast<std::uint32_t>(graphics->size()));
-        s.data.append(*graphics);
-    }
-}
-
-template <class Stream> void transferOwnership(Stream& s, Object& object, bool ownerIsStored) {
-    if (ownerIsStored)
-        s.h(object.owner);
-    for (HandleRef& reactor : object.reactors)
-        s.h(reactor);
-    s.h(object.extensionDictionary);
-}
-
-/// What stands between the object's handle or extended data and its body.
-template <class Stream> void transferCommon(Stream& s, Object& object) {
-    if (!object.entity) {
-        s.sizeOfItems(object.reactors);
-        transferOwnership(s, object, true);
-        return;
-    }
-    EntityData& entity = *object.entity;
-    transferGraphics(s, entity.graphics);
-    s.bb(entity.space);
-    s.sizeOfItems(object.reactors);
-    s.b(entity.noLinks);
-    s.cmc(entity.color);
-    s.bd(entity.linetypeScale);
-    s.bb(entity.linetypeFrom);
-    s.bb(entity.plotStyleFrom);
-    s.bs(entity.invisibility);
-    s.rc(entity.lineweight);
-    transferOwnership(s, object, entity.space == Space::owner);
-    if (!entity.noLinks) {
-        s.h(entity.previous);
-        s.h(entity.next);
-    }
-    s.h(entity.layer);
-    if (entity.linetypeFrom == ByWhat::handle)
-        s.h(entity.linetype);
-    if (entity.plotStyleFrom == ByWhat::handle)
-        s.h(entity.plotStyle);
-}
-
 template <class Stream> void transferBody(Stream& s, Body& body, std::uint16_t type) {
-    std::visit([&s, type](auto& known) { transfer(s, known, type); }, body);
+    body.visit([&s, type](auto& known) { transfer(s, known, type); });
 }
 
 /// What the format has no room for; null where it has room for all.
@@ -224,73 +62,184 @@ const char* reasonNotStored(const Object& object) {
 
 /// Whether nothing but filling is left.
 bool atEnd(const ObjectReader& s) {
-    return !s.failed() && s.data.remaining() == 0 && s.handles.remaining() < 8;
+    return !s.failed() && s.data.remaining() == 0 && s.texts.remaining() == 0 && s.handles.remaining() < 8;
+}
+
+/// From 2010 on the most usual types take a byte.
+std::uint16_t readType(BitReader& bits, Release release) {
+    constexpr std::uint16_t secondHundreds = 0x1F0;
+    if (release < Release::r2010)
+        return bits.bs();
+    switch (bits.bb()) {
+    case 0:
+        return bits.rc();
+    case 1:
+        return static_cast<std::uint16_t>(bits.rc() + secondHundreds);
+    default:
+        return bits.rs();
+    }
+}
+
+void writeType(BitWriter& bits, std::uint16_t type, Release release) {
+    constexpr std::uint16_t secondHundreds = 0x1F0, byteEnd = 0x100;
+    if (release < Release::r2010) {
+        bits.bs(type);
+    } else if (type < byteEnd) {
+        bits.bb(0);
+        bits.rc(static_cast<std::uint8_t>(type));
+    } else if (type >= secondHundreds && type < secondHundreds + byteEnd) {
+        bits.bb(1);
+        bits.rc(static_cast<std::uint8_t>(type - secondHundreds));
+    } else {
+        bits.bb(2);
+        bits.rs(type);
+    }
+}
+
+/// Reads one record. What fails is told by the place that the data stream has come to.
+class RecordReader {
+public:
+    RecordReader(std::span<const std::uint8_t> bytes, const ObjectContext& objectContext)
+        : record(bytes), context(objectContext), s(context.release, 0, context.codePage) {}
+
+    Result<Object> read(std::optional<Finding>* finding) {
+        if (!readHead())
+            return Error{ErrorKind::damaged, "the head of an object can't be", s.data.position() / 8};
+        const ObjectClass* const objectClass = findClass(context, object.type);
+        if (isEntityType(object.type, objectClass))
+            object.entity.emplace();
+        readExtendedData(s, object);
+        if (object.entity)
+            readGraphics(s, object.entity->graphics);
+        if (context.release < Release::r2000 && !splitAt(s.data.rl()))
+            return Error{ErrorKind::damaged,
+                         "the references of " + objectPlace(object.handle) + " lie outside its record",
+                         s.data.position() / 8};
+        transferCommon(s, object);
+        if (s.failed())
+            return Error{ErrorKind::damaged, "the common data of " + objectPlace(object.handle) + " leaves its record",
+                         s.data.position() / 8};
+        readBody(emptyBody(object.type, objectClass), finding);
+        if (!atEnd(s))
+            return Error{ErrorKind::damaged, "the references of " + objectPlace(object.handle) + " leave its record",
+                         s.handles.position() / 8};
+        object.closedTexts = s.closedTexts;
+        object.record.assign(record.begin(), record.end());
+        return std::move(object);
+    }
+
+private:
+    bool readHead() {
+        s.data = BitReader(record);
+        std::size_t referenceBits = 0;
+        if (context.release >= Release::r2010)
+            referenceBits = s.data.umc();
+        const std::size_t start = s.data.position();
+        object.type = readType(s.data, context.release);
+        std::size_t handlesAt = record.size() * 8 - std::min(referenceBits, record.size() * 8);
+        if (context.release >= Release::r2000 && context.release < Release::r2010)
+            handlesAt = start + s.data.rl();
+        object.handle = s.own = s.data.h().value;
+        return !s.data.failed() && (context.release < Release::r2000 || splitAt(handlesAt));
+    }
+
+    /// Parts the record into data, texts and references.
+    bool splitAt(std::size_t handlesAt) {
+        if (s.data.failed() || handlesAt > record.size() * 8 || handlesAt < s.data.position())
+            return false;
+        std::size_t dataEnd = handlesAt;
+        if (context.release >= Release::r2007) {
+            const TextStream stream = textStreamBefore(record, handlesAt);
+            dataEnd = stream.start;
+            s.texts = stream.texts;
+        }
+        if (dataEnd < s.data.position())
+            return false;
+        s.data = BitReader(record, s.data.position(), dataEnd);
+        s.handles = BitReader(record, handlesAt, record.size() * 8);
+        return true;
+    }
+
+    void readBody(Body empty, std::optional<Finding>* finding) {
+        const BitReader dataStart = s.data, textsStart = s.texts, handlesStart = s.handles;
+        object.body = std::move(empty);
+        transferBody(s, object.body, object.type);
+        if (atEnd(s))
+            return;
+        if (finding != nullptr)
+            *finding = Finding{objectPlace(object.handle), "a body that doesn't fit its type is carried as it is",
+                               dataStart.position() / 8};
+        s.data = dataStart;
+        s.texts = textsStart;
+        s.handles = handlesStart;
+        object.body = Carried{};
+        transferBody(s, object.body, object.type);
+    }
+
+    std::span<const std::uint8_t> record;
+    const ObjectContext& context;
+    ObjectReader s;
+    Object object;
+};
+
+/// What is ahead of the number of bits to the references, in R13 and R14, and behind it.
+struct Split {
+    BitWriter head, rest;
+};
+
+/// The record of a release before 2010, or what the size of references is put ahead of from then on.
+Bits joined(const Split& parts, const ObjectWriter& s, std::uint16_t type) {
+    constexpr std::size_t sizeBits = 32;
+    BitWriter record;
+    writeType(record, type, s.release);
+    if (s.release < Release::r2000) {
+        record.append(parts.head.bits());
+        record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + parts.rest.position()));
+        record.append(parts.rest.bits());
+        record.append(s.handles.bits());
+        return record.bits();
+    }
+    BitWriter data;
+    data.append(parts.head.bits());
+    data.append(parts.rest.bits());
+    if (s.release >= Release::r2007)
+        appendTextStream(data, s.texts.bits());
+    if (s.release < Release::r2010)
+        record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + data.position()));
+    record.append(data.bits());
+    const std::size_t handlesAt = record.position();
+    record.append(s.handles.bits());
+    if (s.release < Release::r2010)
+        return record.bits();
+    BitWriter whole;
+    whole.umc(static_cast<std::uint32_t>((record.position() + 7) / 8 * 8 - handlesAt));
+    whole.append(record.bits());
+    return whole.bits();
 }
 
 } // namespace
 
 Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectContext& context,
                             std::optional<Finding>* finding) {
-    if (context.release != Release::r2000)
-        return Error{ErrorKind::unsupported, "release not read at object level yet", 0};
-    BitReader head(record);
-    Object object;
-    object.type = head.bs();
-    const std::size_t handlesAt = head.rl();
-    object.handle = head.h().value;
-    if (head.failed() || handlesAt > record.size() * 8 || handlesAt < head.position())
-        return Error{ErrorKind::damaged, "the head of an object can't be", head.position() / 8};
-
-    const ObjectClass* const objectClass = findClass(context, object.type);
-    if (isEntityType(object.type, objectClass))
-        object.entity.emplace();
-    ObjectReader s(record, handlesAt, object.handle, context.codePage);
-    s.data.seek(head.position());
-    readExtendedData(s, object);
-    transferCommon(s, object);
-    if (s.failed())
-        return Error{ErrorKind::damaged, "the common data of " + objectPlace(object.handle) + " leaves its record",
-                     s.data.position() / 8};
-
-    const ObjectReader bodyStart = s;
-    object.body = emptyBody(object.type, objectClass);
-    transferBody(s, object.body, object.type);
-    if (!atEnd(s)) {
-        if (finding != nullptr)
-            *finding = Finding{objectPlace(object.handle), "a body that doesn't fit its type is carried as it is",
-                               bodyStart.data.position() / 8};
-        ObjectReader again = bodyStart;
-        object.body = Carried{};
-        transferBody(again, object.body, object.type);
-        if (!atEnd(again))
-            return Error{ErrorKind::damaged, "the references of " + objectPlace(object.handle) + " leave its record",
-                         again.handles.position() / 8};
-    }
-    object.closedTexts = s.closedTexts;
-    object.record.assign(record.begin(), record.end());
-    return object;
+    return RecordReader(record, context).read(finding);
 }
 
 Result<Bits> encodeObject(const Object& object, const ObjectContext& context) {
-    if (context.release != Release::r2000)
-        return Error{ErrorKind::unsupported, "release not written at object level yet", 0};
     if (const char* const reason = reasonNotStored(object))
         return Error{ErrorKind::invalid, objectPlace(object.handle) + reason, 0};
-    ObjectWriter s(object, context.codePage);
+    ObjectWriter s(context.release, object, context.codePage);
     // The walk is shared with reading, which needs the fields writable; a writer changes none but derived ones.
     Object fields = object;
+    Split parts;
     s.data.h({0, object.handle});
     writeExtendedData(s, fields);
+    if (fields.entity)
+        writeGraphics(s, fields.entity->graphics);
+    std::swap(parts.head, s.data);
     transferCommon(s, fields);
     transferBody(s, fields.body, object.type);
-
-    BitWriter record;
-    record.bs(object.type);
-    const std::size_t sizeBits = 32;
-    record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + s.data.position()));
-    record.append(s.data.bits());
-    record.append(s.handles.bits());
-    return record.bits();
+    std::swap(parts.rest, s.data);
+    return joined(parts, s, object.type);
 }
 
 Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const ObjectContext& context) {
@@ -318,6 +267,12 @@ void mapReferences(Object& object, const std::function<Handle(Handle)>& map) {
         for (HandleRef* reference :
              {&entity.layer, &entity.linetype, &entity.plotStyle, &entity.previous, &entity.next})
             visit(*reference);
+        if (entity.extras) {
+            EntityExtras& extras = *entity.extras;
+            for (HandleRef* reference : {&extras.bookColor, &extras.material, &extras.shadowObject, &extras.fullStyle,
+                                         &extras.faceStyle, &extras.edgeStyle})
+                visit(*reference);
+        }
     }
     ReferenceVisitor visitor(visit);
     transferBody(visitor, object.body, object.type);

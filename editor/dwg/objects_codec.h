@@ -6,7 +6,8 @@
 #include <span>
 
 /// Objects to and from their records. A record is what an object map entry leads to, without the length ahead of it
-/// and the check behind it.
+/// and the check behind it. From 2010 on it begins with the size of the references, in bits and with what fills up the
+/// last byte, which the length doesn't count.
 namespace dwg {
 
 /// What a record doesn't say itself.
@@ -29,8 +30,7 @@ Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectCo
                             std::optional<Finding>* finding = nullptr);
 
 /// Encodes an object from its fields, whatever its kept record. What fills up the last byte isn't part of the object
-/// and may differ from the record that was read. `unsupported` for a release whose objects aren't written here,
-/// `invalid` for lists that the format has no room for.
+/// and may differ from the record that was read. `invalid` for lists that the format has no room for.
 Result<Bits> encodeObject(const Object& object, const ObjectContext& context);
 
 /// The bytes to store: the kept record, or the object encoded when there is none.

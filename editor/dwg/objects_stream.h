@@ -9,8 +9,9 @@
 /// `transfer(Stream&, Body&)` for each body serves all three; what is stored only under a condition is told apart by
 /// `Stream::reading` and `Stream::writing`.
 ///
-/// References go to a stream of their own, which lies behind the data, so the order between data and references
-/// doesn't matter, only that within each.
+/// References go to a stream of their own, which lies behind the data, and so do texts from 2007 on: the order between
+/// data, texts and references doesn't matter, only that within each. What only some releases store stands under
+/// `Stream::since` and `Stream::until`, which are both true for visiting: no reference stands under two of them.
 namespace dwg {
 
 class ObjectReader {
@@ -18,11 +19,12 @@ public:
     static constexpr bool reading = true;
     static constexpr bool writing = false;
 
-    /// The record's data from its first bit to `handlesAt`, and references from there on.
-    ObjectReader(std::span<const std::uint8_t> record, std::size_t handlesAt, Handle handle, const CodePage& page)
-        : data(record, 0, handlesAt), handles(record, handlesAt, record.size() * 8), own(handle), codePage(page) {}
+    ObjectReader(Release stored, Handle handle, const CodePage& page) : release(stored), own(handle), codePage(page) {}
 
-    bool failed() const { return data.failed() || handles.failed(); }
+    bool failed() const { return data.failed() || texts.failed() || handles.failed(); }
+    /// Whether what is stored from or up to a release is stored here.
+    bool since(Release first) const { return release >= first; }
+    bool until(Release last) const { return release <= last; }
 
     void b(bool& value) { value = data.b(); }
     template <class T> void bb(T& value) { value = static_cast<T>(data.bb()); }
@@ -39,21 +41,19 @@ public:
     void dd(double& value, double byDefault) { value = data.dd(byDefault); }
     void dd2(Point2& value, Point2 byDefault) { value = data.dd2(byDefault); }
     void dd3(Point3& value, Point3 byDefault) { value = data.dd3(byDefault); }
-    void bt(double& value) { value = data.bt(); }
-    void be(Point3& value) { value = data.be(); }
+    void bt(double& value) { value = since(Release::r2000) ? data.bt() : data.bd(); }
+    void be(Point3& value) { value = since(Release::r2000) ? data.be() : data.bd3(); }
     void t(std::wstring& value) {
-        value = codePage.decode(data.t());
+        value = since(Release::r2007) ? texts.tu() : codePage.decode(data.t());
         if (!value.empty() && value.back() == L'\0') {
             value.pop_back();
             closedTexts = true;
         }
     }
-    void cmc(Color& value) { value = Color{static_cast<std::int16_t>(data.bs())}; }
+    void cmc(NamedColor& value);
+    /// The colour of an entity; the reference of one from a book stands ahead of the layer.
+    void entityColor(EntityData& entity);
     void h(HandleRef& value) { value = resolved(handles.h(), own); }
-    template <std::size_t N> void raw(std::array<std::uint8_t, N>& value) {
-        for (std::uint8_t& byte : value)
-            byte = data.rc();
-    }
     void raw(std::vector<std::uint8_t>& value, std::size_t count) { value = data.bytes(count); }
 
     /// The number of elements that follow, each of at least `leastBits` in the data stream.
@@ -77,8 +77,11 @@ public:
         }
     }
     void restOfData(Bits& bits) { bits = data.bits(data.remaining()); }
+    void restOfTexts(Bits& bits) { bits = texts.bits(texts.remaining()); }
 
-    BitReader data, handles;
+    const Release release;
+    /// What isn't among the data lies behind: texts (from 2007 on) and references.
+    BitReader data, texts, handles;
     Handle own;
     const CodePage& codePage;
     /// Whether a text ended in a null.
@@ -98,8 +101,11 @@ public:
     static constexpr bool reading = false;
     static constexpr bool writing = true;
 
-    ObjectWriter(const Object& object, const CodePage& page)
-        : own(object.handle), codePage(page), closedTexts(object.closedTexts) {}
+    ObjectWriter(Release stored, const Object& object, const CodePage& page)
+        : release(stored), own(object.handle), codePage(page), closedTexts(object.closedTexts) {}
+
+    bool since(Release first) const { return release >= first; }
+    bool until(Release last) const { return release <= last; }
 
     void b(bool value) { data.b(value); }
     template <class T> void bb(T value) { data.bb(static_cast<std::uint8_t>(value)); }
@@ -116,17 +122,12 @@ public:
     void dd(double value, double byDefault) { data.dd(value, byDefault); }
     void dd2(Point2 value, Point2 byDefault) { data.dd2(value, byDefault); }
     void dd3(Point3 value, Point3 byDefault) { data.dd3(value, byDefault); }
-    void bt(double value) { data.bt(value); }
-    void be(Point3 value) { data.be(value); }
-    void t(const std::wstring& value) {
-        std::string text = codePage.encode(value);
-        if (closedTexts && !text.empty())
-            text.push_back('\0');
-        data.t(text);
-    }
-    void cmc(Color value) { data.bs(static_cast<std::uint16_t>(value.index)); }
+    void bt(double value) { since(Release::r2000) ? data.bt(value) : data.bd(value); }
+    void be(Point3 value) { since(Release::r2000) ? data.be(value) : data.bd3(value); }
+    void t(std::wstring value);
+    void cmc(const NamedColor& value);
+    void entityColor(const EntityData& entity);
     void h(HandleRef value) { handles.h(stored(value, own)); }
-    template <std::size_t N> void raw(const std::array<std::uint8_t, N>& value) { data.append(value); }
     void raw(const std::vector<std::uint8_t>& value, std::size_t) { data.append(value); }
 
     template <class Vector> void sizeBl(const Vector& vector, std::size_t) {
@@ -143,8 +144,10 @@ public:
             h(reference);
     }
     void restOfData(const Bits& bits) { data.append(bits); }
+    void restOfTexts(const Bits& bits) { texts.append(bits); }
 
-    BitWriter data, handles;
+    const Release release;
+    BitWriter data, texts, handles;
     Handle own;
     const CodePage& codePage;
     bool closedTexts;
@@ -157,6 +160,10 @@ public:
     static constexpr bool writing = false;
 
     explicit ReferenceVisitor(const std::function<void(HandleRef&)>& visitor) : visit(visitor) {}
+
+    /// All references are visited, whatever release stores them.
+    static constexpr bool since(Release) { return true; }
+    static constexpr bool until(Release) { return true; }
 
     template <class T> void b(T&&) {}
     template <class T> void bb(T&&) {}
@@ -176,12 +183,12 @@ public:
     template <class T> void be(T&&) {}
     template <class T> void t(T&&) {}
     template <class T> void cmc(T&&) {}
-    template <class T> void raw(T&&) {}
     template <class T> void raw(T&&, std::size_t) {}
     template <class T> void sizeBl(T&&, std::size_t) {}
     template <class T> void sizeRc(T&&, std::size_t) {}
     template <class T> void sizeOfItems(T&&) {}
     template <class T> void restOfData(T&&) {}
+    template <class T> void restOfTexts(T&&) {}
     void h(HandleRef& value) { visit(value); }
     void referencesToEnd(std::vector<HandleRef>& references) {
         for (HandleRef& reference : references)
@@ -191,6 +198,13 @@ public:
 private:
     const std::function<void(HandleRef&)>& visit;
 };
+
+/// What stands between the extended data (and the picture) of an object and its body. For reading and writing.
+template <class Stream> void transferCommon(Stream& stream, Object& object);
+
+/// The picture of an entity, ahead of that.
+void readGraphics(ObjectReader& stream, std::optional<std::vector<std::uint8_t>>& graphics);
+void writeGraphics(ObjectWriter& stream, const std::optional<std::vector<std::uint8_t>>& graphics);
 
 /// The fields of a body after the data that all objects have. Defined, with the three streams, in the file of the
 /// body's subject. `type` is the object's type number: some bodies serve several types.
@@ -219,6 +233,7 @@ private:
     X(BlockBegin)                                                                                                      \
     X(BlockEnd)                                                                                                        \
     X(SequenceEnd)                                                                                                     \
+    X(Dimension)                                                                                                       \
     X(TableControl)                                                                                                    \
     X(BlockControl)                                                                                                    \
     X(BlockHeader)                                                                                                     \
@@ -237,6 +252,9 @@ private:
 #define DWG_DECLARE_TRANSFER(T) template <class Stream> void transfer(Stream& stream, T& body, std::uint16_t type);
 DWG_DECODED_BODIES(DWG_DECLARE_TRANSFER)
 #undef DWG_DECLARE_TRANSFER
+
+/// A body of the kind that objects of this type have, with nothing in it; Carried for types that aren't decoded.
+Body emptyBody(std::uint16_t type, const ObjectClass* objectClass);
 
 /// Makes the transfer of one body for the three streams.
 #define DWG_INSTANTIATE_TRANSFER(T)                                                                                    \

@@ -1,15 +1,30 @@
-#include "editor/dwg/objects_stream.h"
+#include "editor/dwg/objects_owned.h"
+
+#include <algorithm>
 
 /// Tables and their records.
 namespace dwg {
 
 namespace {
 
+/// In the number that stands for all three fields from 2007 on.
+constexpr std::uint16_t dependentBit = 0x100;
+
 template <class Stream> void transferHead(Stream& s, RecordHead& head) {
     s.t(head.name);
-    s.b(head.referenced);
-    s.bs(head.referenceIndex);
-    s.b(head.dependent);
+    if (s.until(Release::r2004)) {
+        s.b(head.referenced);
+        s.bs(head.referenceIndex);
+        s.b(head.dependent);
+    }
+    if (s.since(Release::r2007)) {
+        std::uint16_t resolution = head.dependent ? dependentBit : 0;
+        s.bs(resolution);
+        if constexpr (Stream::reading) {
+            head.dependent = (resolution & dependentBit) != 0;
+            head.referenced = true;
+        }
+    }
     s.h(head.externalReference);
 }
 
@@ -56,32 +71,90 @@ template <class Stream> void transfer(Stream& s, BlockHeader& body, std::uint16_
     s.b(body.hasAttributes);
     s.b(body.isExternalReference);
     s.b(body.isOverlay);
-    s.b(body.loaded);
+    if (s.since(Release::r2000))
+        s.b(body.loaded);
+    const bool isReference = body.isExternalReference || body.isOverlay;
+    std::size_t owned = body.entities.size();
+    if (s.since(Release::r2004) && !isReference)
+        transferCount(s, owned);
     s.bd3(body.basePoint);
     s.t(body.path);
-    transferInsertionCount(s, body.insertions);
-    s.t(body.description);
-    auto previewSize = static_cast<std::uint32_t>(body.preview.size());
-    s.bl(previewSize);
-    s.raw(body.preview, previewSize);
+    if (s.since(Release::r2000)) {
+        transferInsertionCount(s, body.insertions);
+        s.t(body.description);
+        auto previewSize = static_cast<std::uint32_t>(body.preview.size());
+        s.bl(previewSize);
+        s.raw(body.preview, previewSize);
+    }
+    if (s.since(Release::r2007)) {
+        s.bs(body.units);
+        s.b(body.explodable);
+        s.rc(body.evenScaling);
+    }
     s.h(body.begin);
-    if (!body.isExternalReference && !body.isOverlay) {
+    if (s.until(Release::r2000) && !isReference) {
         s.h(body.first);
         s.h(body.last);
     }
+    if (s.since(Release::r2004) && !isReference)
+        transferOwned(s, body.entities, owned);
     s.h(body.end);
-    for (HandleRef& insertion : body.insertions)
-        s.h(insertion);
-    s.h(body.layout);
+    if (s.since(Release::r2000)) {
+        for (HandleRef& insertion : body.insertions)
+            s.h(insertion);
+        s.h(body.layout);
+    }
 }
+
+namespace {
+
+/// The flags of a layer in R13 and R14: four bits, the second set for a layer that is on.
+template <class Stream> void transferEarlyFlags(Stream& s, std::uint16_t& flags) {
+    constexpr std::uint16_t defaultLineweight = 31 << 5;
+    bool isFrozen = (flags & Layer::frozen) != 0, isOn = (flags & Layer::off) == 0;
+    bool frozenInNew = (flags & Layer::frozenInNew) != 0, isLocked = (flags & Layer::locked) != 0;
+    s.b(isFrozen);
+    s.b(isOn);
+    s.b(frozenInNew);
+    s.b(isLocked);
+    if constexpr (Stream::reading)
+        flags = static_cast<std::uint16_t>((isFrozen ? Layer::frozen : 0) | (isOn ? 0 : Layer::off) |
+                                           (frozenInNew ? Layer::frozenInNew : 0) | (isLocked ? Layer::locked : 0) |
+                                           Layer::plotted | defaultLineweight);
+}
+
+} // namespace
 
 template <class Stream> void transfer(Stream& s, Layer& body, std::uint16_t) {
     transferHead(s, body.head);
-    s.bs(body.flags);
+    if (s.until(Release::r14))
+        transferEarlyFlags(s, body.flags);
+    if (s.since(Release::r2000))
+        s.bs(body.flags);
     s.cmc(body.color);
-    s.h(body.plotStyle);
+    if (s.since(Release::r2000))
+        s.h(body.plotStyle);
+    if (s.since(Release::r2007))
+        s.h(body.material);
     s.h(body.linetype);
+    if (s.since(Release::r2013))
+        s.h(body.visualStyle);
 }
+
+namespace {
+
+template <class Stream> void transferTexts(Stream& s, Linetype& body) {
+    constexpr std::size_t narrowSize = 256, wideSize = 512;
+    const bool hasTexts =
+        std::ranges::any_of(body.dashes, [](const auto& dash) { return (dash.flags & Linetype::hasText) != 0; });
+    std::size_t size = s.since(Release::r2007) ? (hasTexts ? wideSize : 0) : narrowSize;
+    if constexpr (Stream::writing)
+        body.texts.resize(size);
+    if constexpr (Stream::reading || Stream::writing)
+        s.raw(body.texts, size);
+}
+
+} // namespace
 
 template <class Stream> void transfer(Stream& s, Linetype& body, std::uint16_t) {
     // A length of two bits, a number of two, two raw offsets, two doubles of two bits, a number of two.
@@ -100,7 +173,7 @@ template <class Stream> void transfer(Stream& s, Linetype& body, std::uint16_t) 
         s.bs(dash.flags);
         s.h(dash.style);
     }
-    s.raw(body.texts);
+    transferTexts(s, body);
 }
 
 template <class Stream> void transfer(Stream& s, TextStyle& body, std::uint16_t) {
@@ -129,7 +202,15 @@ template <class Stream> void transfer(Stream& s, ViewportRecord& body, std::uint
     s.bd(body.backClip);
     for (bool& flag : body.viewMode)
         s.b(flag);
-    s.rc(body.renderMode);
+    if (s.since(Release::r2000))
+        s.rc(body.renderMode);
+    if (s.since(Release::r2007)) {
+        s.b(body.defaultLights);
+        s.rc(body.defaultLighting);
+        s.bd(body.brightness);
+        s.bd(body.contrast);
+        s.cmc(body.ambient);
+    }
     s.rd2(body.lowerLeft);
     s.rd2(body.upperRight);
     s.b(body.ucsFollow);
@@ -144,15 +225,26 @@ template <class Stream> void transfer(Stream& s, ViewportRecord& body, std::uint
     s.bd(body.snapRotation);
     s.rd2(body.snapBase);
     s.rd2(body.snapSpacing);
-    s.b(body.unknown);
-    s.b(body.ucsPerViewport);
-    s.bd3(body.ucsOrigin);
-    s.bd3(body.ucsXAxis);
-    s.bd3(body.ucsYAxis);
-    s.bd(body.ucsElevation);
-    s.bs(body.ucsOrthographicType);
-    s.h(body.namedUcs);
-    s.h(body.baseUcs);
+    if (s.since(Release::r2000)) {
+        s.b(body.unknown);
+        s.b(body.ucsPerViewport);
+        s.bd3(body.ucsOrigin);
+        s.bd3(body.ucsXAxis);
+        s.bd3(body.ucsYAxis);
+        s.bd(body.ucsElevation);
+        s.bs(body.ucsOrthographicType);
+    }
+    if (s.since(Release::r2007)) {
+        s.bs(body.gridFlags);
+        s.bs(body.gridMajor);
+        s.h(body.background);
+        s.h(body.visualStyle);
+        s.h(body.sun);
+    }
+    if (s.since(Release::r2000)) {
+        s.h(body.namedUcs);
+        s.h(body.baseUcs);
+    }
 }
 
 template <class Stream> void transfer(Stream& s, ApplicationRecord& body, std::uint16_t) {
@@ -163,6 +255,8 @@ template <class Stream> void transfer(Stream& s, ApplicationRecord& body, std::u
 template <class Stream> void transfer(Stream& s, OtherRecord& body, std::uint16_t) {
     transferHead(s, body.head);
     s.restOfData(body.rest);
+    if (s.since(Release::r2007))
+        s.restOfTexts(body.texts);
     s.referencesToEnd(body.references);
 }
 

@@ -11,14 +11,6 @@ namespace {
 
 constexpr std::size_t checkBytes = 2;
 
-/// The handle that the record itself tells, 0 where it has none.
-Handle ownHandle(ByteView record) {
-    BitReader bits(record);
-    bits.bs();
-    bits.rl();
-    return bits.h().value;
-}
-
 class ObjectLoader {
 public:
     ObjectLoader(ByteView file, Drawing& target) : bytes(file), drawing(target), context(target), left(file.size()) {}
@@ -31,13 +23,16 @@ public:
             return skip(place, "lies outside the file");
         const ByteView rest = bytes.subspan(place.offset);
         BitReader head(rest);
-        const std::size_t size = head.ms();
+        std::size_t size = head.ms();
         const std::size_t sizeBytes = head.position() / 8;
+        if (drawing.release >= Release::r2010) {
+            // The size of the references isn't counted.
+            head.umc();
+            size += head.position() / 8 - sizeBytes;
+        }
         if (head.failed() || size == 0 || size > rest.size() - sizeBytes)
             return skip(place, "is longer than the file");
         const ByteView record = rest.subspan(sizeBytes, size);
-        if (ownHandle(record) != place.handle)
-            return skip(place, "bears another handle than in the object map");
         if (size > left) {
             skip(place, "overlaps others: together they are longer than the file");
             return false;
@@ -67,6 +62,10 @@ private:
                                         place.offset + object.error().offset});
             return;
         }
+        if (object->handle != place.handle) {
+            skip(place, "bears another handle than in the object map");
+            return;
+        }
         if (finding) {
             finding->offset += place.offset;
             drawing.findings.push_back(std::move(*finding));
@@ -84,15 +83,14 @@ private:
 } // namespace
 
 Result<Drawing> readDrawing(const DrawingFile& file) {
-    if (file.release() != Release::r2000)
-        return Error{ErrorKind::unsupported, "release not read at object level yet", 0};
     Drawing drawing;
     drawing.release = file.release();
     drawing.codePage = file.codePage();
     drawing.findings = file.findings();
 
-    if (const Result<Bytes> section = file.section(section::classes, &drawing.findings)) {
-        Result<std::vector<ObjectClass>> classes = readClasses(*section, CodePage(drawing.codePage), drawing.findings);
+    if (Result<Bytes> section = file.section(section::classes, &drawing.findings)) {
+        Result<std::vector<ObjectClass>> classes = readClasses(std::move(*section), file.release(), file.maintenance(),
+                                                               CodePage(drawing.codePage), drawing.findings);
         if (classes)
             drawing.classes = std::move(*classes);
         else

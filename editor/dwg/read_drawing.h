@@ -5,9 +5,9 @@
 
 namespace dwg {
 
-/// Reads all objects of a drawing of release 2000: `unsupported` for any other release, an error where there is no
-/// object map or the file can't be read. Everything else that is wrong becomes a finding of the drawing: an object that
-/// can't be read is left out, a chain that can't be followed is put together from the entities that name its owner.
+/// Reads all objects of a drawing: an error where there is no object map or the file can't be read. Everything else
+/// that is wrong becomes a finding of the drawing: an object that can't be read is left out, a chain that can't be
+/// followed is put together from the entities that name its owner.
 Result<Drawing> readDrawing(const DrawingFile& file);
 
 /// Second phase of reading, over objects whose links are as stored: entities of the two spaces get their owners, block

@@ -16,9 +16,9 @@ public:
             resolveOwner(*object);
         for (const auto& object : drawing.objects()) {
             if (auto* const block = object->as<BlockHeader>())
-                block->entities = members(*object, block->first, block->last, entitiesOf[object->handle], false);
+                link(*object, block->entities, {block->first, block->last}, entitiesOf[object->handle], false);
             else if (OwnedChain* const chain = ownedChain(*object); chain != nullptr && hasParts(*object))
-                chain->parts = members(*object, chain->first, chain->last, partsOf[object->handle], true);
+                link(*object, chain->parts, {chain->first, chain->last}, partsOf[object->handle], true);
         }
     }
 
@@ -45,37 +45,70 @@ private:
         (isSubEntity(object.type) ? partsOf : entitiesOf)[object.owner.value].push_back(object.handle);
     }
 
-    /// The chain from `first` to `last`. Where it leads astray it ends, and what names the owner and wasn't met comes
-    /// behind, in the order of handles.
-    std::vector<Handle> members(const Object& owner, HandleRef first, HandleRef last, const std::vector<Handle>& owned,
-                                bool parts) {
+    struct Ends {
+        HandleRef first, last;
+    };
+
+    bool belongs(const Object& owner, Handle member, bool parts) const {
+        const Object* const object = drawing.find(member);
+        return object != nullptr && object->isEntity() && !isFrame(*object) && isSubEntity(object->type) == parts &&
+               object->owner.value == owner.handle;
+    }
+
+    void report(const Object& owner, Handle member) {
+        drawing.findings.push_back(
+            {objectPlace(owner.handle), "its entities lead to " + objectPlace(member) + ", which isn't its own", 0});
+    }
+
+    /// The chain that the ends name. Where it leads astray it ends.
+    std::vector<Handle> followed(const Object& owner, const Ends& ends, bool parts) {
         std::vector<Handle> chain;
         std::unordered_set<Handle> met;
-        Handle current = first.value;
+        Handle current = ends.first.value;
         while (current != 0) {
-            const Object* const object = drawing.find(current);
-            if (object == nullptr || !object->isEntity() || isFrame(*object) || isSubEntity(object->type) != parts ||
-                object->owner.value != owner.handle || !met.insert(current).second) {
-                drawing.findings.push_back(
-                    {objectPlace(owner.handle),
-                     "its chain of entities leads to " + objectPlace(current) + ", which isn't its own", 0});
+            if (!belongs(owner, current, parts) || !met.insert(current).second) {
+                report(owner, current);
                 break;
             }
             chain.push_back(current);
-            if (current == last.value)
+            if (current == ends.last.value)
                 break;
-            current = object->entity->noLinks ? current + 1 : object->entity->next.value;
-        }
-        if (chain.size() < owned.size()) {
-            drawing.findings.push_back(
-                {objectPlace(owner.handle),
-                 std::to_string(owned.size() - chain.size()) + " entities are its own and not in its chain; added", 0});
-            for (const Handle handle : owned) {
-                if (!met.contains(handle))
-                    chain.push_back(handle);
-            }
+            const EntityData& entity = *drawing.find(current)->entity;
+            current = entity.noLinks ? current + 1 : entity.next.value;
         }
         return chain;
+    }
+
+    /// The members of a list that are what it says.
+    std::vector<Handle> checked(const Object& owner, const std::vector<Handle>& list, bool parts) {
+        std::vector<Handle> members;
+        members.reserve(list.size());
+        std::unordered_set<Handle> met;
+        for (const Handle member : list) {
+            if (member == 0)
+                continue;
+            if (belongs(owner, member, parts) && met.insert(member).second)
+                members.push_back(member);
+            else
+                report(owner, member);
+        }
+        return members;
+    }
+
+    /// What names the owner and isn't among the members comes behind, in the order of handles.
+    void link(const Object& owner, std::vector<Handle>& members, const Ends& ends, const std::vector<Handle>& owned,
+              bool parts) {
+        members = drawing.release <= Release::r2000 ? followed(owner, ends, parts) : checked(owner, members, parts);
+        if (members.size() >= owned.size())
+            return;
+        drawing.findings.push_back(
+            {objectPlace(owner.handle),
+             std::to_string(owned.size() - members.size()) + " entities are its own and not in its list; added", 0});
+        const std::unordered_set<Handle> met(members.begin(), members.end());
+        for (const Handle handle : owned) {
+            if (!met.contains(handle))
+                members.push_back(handle);
+        }
     }
 
     Drawing& drawing;

@@ -52,6 +52,10 @@ struct BlockHeader {
     /// Insertions of the block. Kept as stored, and of no consequence.
     std::vector<HandleRef> insertions;
     HandleRef layout{handle_code::hardPointer};
+    /// From 2007 on: units that the block is drawn in, whether it may be exploded and scaled unevenly.
+    std::uint16_t units = 0;
+    bool explodable = true;
+    std::uint8_t evenScaling = 0;
     /// The block's entities in their order, without the frame and without parts of entities.
     std::vector<Handle> entities;
     bool operator==(const BlockHeader&) const = default;
@@ -67,9 +71,11 @@ struct Layer {
     RecordHead head;
     /// The bits above; lineweight index from bit 5 on.
     std::uint16_t flags = plotted;
-    Color color{7};
+    NamedColor color{{7}};
     HandleRef plotStyle{handle_code::hardPointer};
     HandleRef linetype{handle_code::hardPointer};
+    /// From 2007 and 2013 on.
+    HandleRef material{handle_code::hardPointer}, visualStyle{handle_code::hardPointer};
     bool operator==(const Layer&) const = default;
 };
 
@@ -89,8 +95,10 @@ struct Linetype {
     double patternLength = 0;
     std::uint8_t alignment = 'A';
     std::vector<Dash> dashes;
-    /// Texts of complex dashes, as stored.
-    std::array<std::uint8_t, 256> texts{};
+    /// Texts of complex dashes, as stored: 256 bytes up to 2004; from 2007 on 512 where there are such dashes, else
+    /// none.
+    std::vector<std::uint8_t> texts;
+    static constexpr std::uint16_t hasText = 2; ///< bit of Dash::flags
     bool operator==(const Linetype&) const = default;
 };
 
@@ -141,6 +149,13 @@ struct ViewportRecord {
     double ucsElevation = 0;
     std::uint16_t ucsOrthographicType = 0;
     HandleRef namedUcs{handle_code::hardPointer}, baseUcs{handle_code::hardPointer};
+    /// From 2007 on.
+    bool defaultLights = true;
+    std::uint8_t defaultLighting = 1;
+    double brightness = 0, contrast = 0;
+    NamedColor ambient{{250}};
+    std::uint16_t gridFlags = 0, gridMajor = 5;
+    HandleRef background{handle_code::softPointer}, visualStyle{handle_code::hardPointer}, sun{handle_code::hardOwner};
 
     static constexpr Point3 zDirection{0, 0, 1};
     bool operator==(const ViewportRecord&) const = default;
@@ -158,6 +173,8 @@ struct OtherRecord {
     RecordHead head;
     Bits rest;
     std::vector<HandleRef> references;
+    /// What follows the name in the stream of texts.
+    Bits texts{};
     bool operator==(const OtherRecord&) const = default;
 };
 
@@ -206,6 +223,11 @@ struct PlotSettings {
     std::uint16_t scaleType = 0;
     double scale = 1;
     Point2 imageOrigin;
+    /// From 2004 on: how shaded views are plotted, and a view in place of its name.
+    std::uint16_t shadeMode = 0, shadeQuality = 0, shadeResolution = 300;
+    HandleRef plotView{handle_code::softPointer};
+    /// From 2007 on.
+    HandleRef shadeStyle{handle_code::softPointer};
     bool operator==(const PlotSettings&) const = default;
 };
 
@@ -224,6 +246,8 @@ struct Layout {
     HandleRef blockRecord{handle_code::softPointer};
     HandleRef lastViewport{handle_code::softPointer};
     HandleRef baseUcs{handle_code::hardPointer}, namedUcs{handle_code::hardPointer};
+    /// From 2004 on.
+    std::vector<HandleRef> viewports;
     bool operator==(const Layout&) const = default;
 };
 

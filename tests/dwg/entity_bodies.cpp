@@ -166,16 +166,27 @@ std::vector<Object> everyKindOfObject() {
     header.first = header.last = HandleRef{handle_code::softPointer};
     object(blockHeader, header);
 
+    for (std::uint16_t type = dimensionOrdinate; type <= dimensionDiameter; ++type) {
+        Dimension dimension;
+        dimension.text = L"<> mm";
+        dimension.measurement = 12.5;
+        dimension.points[1] = {1, 2, 3};
+        dimension.style.value = 0x1D;
+        dimension.block.value = 0x60;
+        entity(type, dimension);
+    }
+
     object(blockControl, BlockControl{{{2, 0x50}}, {3, 0x1F}, {3, 0x1B}});
     object(layerControl, TableControl{{{2, 0x10}, {2, 0x51}}, {}});
     object(linetypeControl, TableControl{{{2, 0x16}}, {{3, 0x14}, {3, 0x15}}});
-    object(layer, Layer{someHead(), 0x3F1, Color{-3}, {5, 0xF}, {5, 0x16}});
+    object(layer, Layer{someHead(), 0x3F1, NamedColor{{-3}}, {5, 0xF}, {5, 0x16}});
     Linetype dashed{someHead(),
                     L"Dashed __ __",
                     0.75,
                     'A',
                     {{0.5, 0, {}, 1, 0, 0, {5, 0}}, {-0.25, 3, {1, 2}, 1, 0.5, 4, {5, 0x11}}},
                     {}};
+    dashed.texts.assign(256, 0);
     dashed.texts[0] = 'x';
     object(linetype, dashed);
     object(style, TextStyle{someHead(), true, true, 1, 2, 0.5, 3, 4, L"arial.ttf", L"big.shx"});
@@ -273,12 +284,51 @@ TEST(EntityBodies, ABodyThatDoesNotFitItsTypeIsCarriedWithAFinding) {
     EXPECT_EQ(finding->place, "object 30");
 }
 
-TEST(EntityBodies, OtherReleasesAreRefused) {
-    Drawing drawing;
-    drawing.release = Release::r2010;
-    const ObjectContext context(drawing);
-    EXPECT_EQ(encodeObject(entityOf(object_type::line, Line{}), context).error().kind, ErrorKind::unsupported);
-    EXPECT_EQ(decodeObject({}, context).error().kind, ErrorKind::unsupported);
+constexpr Release allReleases[] = {Release::r13,   Release::r14,   Release::r2000, Release::r2004,
+                                   Release::r2007, Release::r2010, Release::r2013, Release::r2018};
+
+TEST(EntityBodies, EveryKindIsDecodedInEveryReleaseAndWrittenAgainAsItWas) {
+    Drawing drawing = drawingWithClasses();
+    for (const Release release : allReleases) {
+        drawing.release = release;
+        const ObjectContext context(drawing);
+        for (const Object& object : everyKindOfObject()) {
+            SCOPED_TRACE(std::string(magicOf(release)) + " " + describe(drawing, object));
+            const auto record = encodeObject(object, context);
+            ASSERT_TRUE(record.ok());
+            std::optional<Finding> finding;
+            const auto decoded = decodeObject(record->bytes, context, &finding);
+            ASSERT_TRUE(decoded.ok()) << decoded.error().reason;
+            EXPECT_FALSE(finding.has_value());
+            EXPECT_EQ(decoded->type, object.type);
+            EXPECT_EQ(decoded->handle, object.handle);
+            EXPECT_EQ(decoded->body.index(), object.body.index());
+            if (object.isEntity()) {
+                EXPECT_EQ(decoded->entity->layer, object.entity->layer);
+                EXPECT_EQ(decoded->entity->color, object.entity->color);
+            }
+            EXPECT_EQ(tests::hex(encodeObject(*decoded, context)->bytes), tests::hex(record->bytes));
+        }
+    }
+}
+
+TEST(EntityBodies, AnyFlippedBitOfAnyReleaseIsReadOrRefused) {
+    Drawing drawing = drawingWithClasses();
+    for (const Release release : allReleases) {
+        drawing.release = release;
+        const ObjectContext context(drawing);
+        for (const Object& object : everyKindOfObject()) {
+            auto record = encodeObject(object, context)->bytes;
+            for (std::size_t bit = 0; bit < record.size() * 8; bit += 13) {
+                const auto mask = static_cast<std::uint8_t>(0x80 >> bit % 8);
+                record[bit / 8] ^= mask;
+                const auto decoded = decodeObject(record, context);
+                EXPECT_TRUE(!decoded.ok() || encodeObject(*decoded, context).ok())
+                    << describe(drawing, object) << " bit " << bit;
+                record[bit / 8] ^= mask;
+            }
+        }
+    }
 }
 
 } // namespace

@@ -19,6 +19,9 @@ namespace tests {
 /// The real drawings of release AC1015 beside the checkout; none where the folder is absent.
 std::vector<std::filesystem::path> drawingsOf2000();
 
+/// Those of all releases from AC1012 on.
+std::vector<std::filesystem::path> realDrawings();
+
 /// Bytes in hexadecimal, for messages.
 std::string hex(const std::vector<std::uint8_t>& bytes);
 

@@ -117,15 +117,4 @@ TEST(ObjectReading, CutAnywhereAFileIsAnErrorOrADrawingWithFindings) {
     }
 }
 
-TEST(ObjectReading, OtherReleasesAreNotReadAtObjectLevel) {
-    const auto folder = tests::drawingsOf2000();
-    if (folder.empty())
-        GTEST_SKIP() << "no folder of real drawings";
-    const auto file = DrawingFile::open(folder.front().parent_path().parent_path() / "example_2018.dwg");
-    ASSERT_TRUE(file.ok());
-    const auto drawing = readDrawing(*file);
-    ASSERT_FALSE(drawing.ok());
-    EXPECT_EQ(drawing.error().kind, ErrorKind::unsupported);
-}
-
 } // namespace

@@ -25,6 +25,8 @@ const std::map<std::pair<std::string, Handle>, std::string> otherSpellings = {
     {{"entities-2d.dwg", 0x42}, "an alignment point at the origin is stored"},
     {{"entities-3d.dwg", 0x3B}, "an alignment point at the origin is stored"},
     {{"entities-3d.dwg", 0x42}, "an alignment point at the origin is stored"},
+    {{"example_2004.dwg", 0x44C}, "its text escapes characters that the drawing's code page has"},
+    {{"example_r14.dwg", 0xD5C}, "its text escapes characters that the drawing's code page has"},
 };
 
 std::size_t roundTripAll(const std::filesystem::path& path) {
@@ -47,14 +49,17 @@ std::size_t roundTripAll(const std::filesystem::path& path) {
             EXPECT_EQ(tests::hex(encodeObject(*again, context)->bytes), tests::hex(record->bytes));
             continue;
         }
-        EXPECT_EQ(tests::hex(withoutFilling(object->record, record->count)), tests::hex(record->bytes))
-            << path << " " << typeName(*drawing, *object) << " " << std::hex << object->handle;
+        const auto read = withoutFilling(object->record, record->count);
+        EXPECT_TRUE(read == record->bytes)
+            << path << " " << typeName(*drawing, *object) << " " << std::hex << object->handle << "\n"
+            << tests::hex(read) << "\n"
+            << tests::hex(record->bytes);
     }
     return drawing->objects().size();
 }
 
 TEST(ObjectRoundTrip, EveryObjectOfRealDrawingsGivesItsOwnBitsAgain) {
-    const auto files = tests::drawingsOf2000();
+    const auto files = tests::realDrawings();
     if (files.empty())
         GTEST_SKIP() << "no folder of real drawings";
     for (const auto& path : files)
@@ -62,7 +67,7 @@ TEST(ObjectRoundTrip, EveryObjectOfRealDrawingsGivesItsOwnBitsAgain) {
 }
 
 TEST(ObjectRoundTrip, OnlyTypesThatAreNotDecodedAreCarriedInRealDrawings) {
-    const auto files = tests::drawingsOf2000();
+    const auto files = tests::realDrawings();
     if (files.empty())
         GTEST_SKIP() << "no folder of real drawings";
     for (const auto& path : files) {
@@ -71,7 +76,6 @@ TEST(ObjectRoundTrip, OnlyTypesThatAreNotDecodedAreCarriedInRealDrawings) {
         for (const auto& object : drawing->objects()) {
             const bool decoded =
                 object->type < object_type::firstClass &&
-                !(object->type >= object_type::dimensionOrdinate && object->type <= object_type::dimensionDiameter) &&
                 (object->type <= object_type::trace || object->type == object_type::ellipse ||
                  (object->type >= object_type::ray && object->type <= object_type::dictionary) ||
                  (object->type >= object_type::multilineText && object->type <= object_type::viewportEntityHeader &&

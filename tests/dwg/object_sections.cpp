@@ -20,7 +20,7 @@ Bytes guarded(const Bytes& content) {
 
 TEST(ObjectClasses, AreReadBackAsWritten) {
     Findings findings;
-    const auto classes = readClasses(guarded(encodeClasses(someClasses(), CodePage())), CodePage(), findings);
+    const auto classes = readClasses(guarded(encodeClasses(someClasses(), CodePage())), Release::r2000, 0, CodePage(), findings);
     ASSERT_TRUE(classes.ok());
     EXPECT_EQ(*classes, someClasses());
     EXPECT_TRUE(findings.empty());
@@ -30,7 +30,7 @@ TEST(ObjectClasses, TheClosingNullOfATextIsDropped) {
     auto closed = someClasses();
     closed[0].dxfName.push_back(L'\0');
     Findings findings;
-    const auto classes = readClasses(guarded(encodeClasses(closed, CodePage())), CodePage(), findings);
+    const auto classes = readClasses(guarded(encodeClasses(closed, CodePage())), Release::r2000, 0, CodePage(), findings);
     ASSERT_TRUE(classes.ok());
     EXPECT_EQ(*classes, someClasses());
 }
@@ -39,7 +39,7 @@ TEST(ObjectClasses, AWrongCheckIsAFinding) {
     Bytes section = guarded(encodeClasses(someClasses(), CodePage()));
     section[section.size() - 18] ^= 1;
     Findings findings;
-    EXPECT_TRUE(readClasses(section, CodePage(), findings).ok());
+    EXPECT_TRUE(readClasses(section, Release::r2000, 0, CodePage(), findings).ok());
     EXPECT_EQ(findings.size(), 1u);
 }
 
@@ -47,7 +47,7 @@ TEST(ObjectClasses, ARecordThatCannotBeEndsTheList) {
     auto classes = someClasses();
     classes[1].number = 500;
     Findings findings;
-    const auto read = readClasses(guarded(encodeClasses(classes, CodePage())), CodePage(), findings);
+    const auto read = readClasses(guarded(encodeClasses(classes, CodePage())), Release::r2000, 0, CodePage(), findings);
     ASSERT_TRUE(read.ok());
     EXPECT_EQ(read->size(), 1u);
     EXPECT_EQ(findings.size(), 1u);
@@ -57,13 +57,13 @@ TEST(ObjectClasses, CutAnywhereTheyAreAnErrorOrAShorterList) {
     const Bytes section = guarded(encodeClasses(someClasses(), CodePage()));
     for (std::size_t size = 0; size < section.size(); ++size) {
         Findings findings;
-        const auto read = readClasses(ByteView(section).first(size), CodePage(), findings);
+        const auto read = readClasses(Bytes(section.begin(), section.begin() + static_cast<std::ptrdiff_t>(size)), Release::r2000, 0, CodePage(), findings);
         EXPECT_TRUE(!read.ok() || read->size() <= 2) << size;
     }
     Bytes longer = section;
     longer[16] = longer[17] = longer[18] = longer[19] = 0xFF;
     Findings findings;
-    EXPECT_FALSE(readClasses(longer, CodePage(), findings).ok());
+    EXPECT_FALSE(readClasses(longer, Release::r2000, 0, CodePage(), findings).ok());
 }
 
 std::vector<ObjectPlace> places(std::size_t count) {
