@@ -72,6 +72,8 @@ public:
     std::string t();
     /// Length in units and UTF-16 units; gives wide text, surrogate pairs joined.
     std::wstring tu();
+    /// The same with a raw length, as lists of values have it.
+    std::wstring tr();
     std::int32_t mc();
     std::uint32_t umc();
     std::uint32_t ms();
@@ -80,6 +82,7 @@ public:
     Bits bits(std::size_t count);
 
 private:
+    std::wstring wideUnits(std::size_t units);
     bool take(std::size_t count);
     /// Up to 8 bits at a place that was checked.
     std::uint8_t peek(std::size_t at, unsigned count) const;
@@ -127,6 +130,7 @@ public:
     void t(std::string_view text);
     /// Cut at 65,535 units, never inside a surrogate pair.
     void tu(std::wstring_view text);
+    void tr(std::wstring_view text);
     void mc(std::int32_t value);
     void umc(std::uint32_t value);
     void ms(std::uint32_t value);

@@ -269,7 +269,14 @@ std::string BitReader::t() {
 }
 
 std::wstring BitReader::tu() {
-    const std::size_t units = bs();
+    return wideUnits(bs());
+}
+
+std::wstring BitReader::tr() {
+    return wideUnits(rs());
+}
+
+std::wstring BitReader::wideUnits(std::size_t units) {
     std::wstring text;
     if (units > remaining() / 16) {
         fail();

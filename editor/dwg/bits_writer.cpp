@@ -195,7 +195,9 @@ void BitWriter::t(std::string_view text) {
         rc(static_cast<std::uint8_t>(c));
 }
 
-void BitWriter::tu(std::wstring_view text) {
+namespace {
+
+std::vector<std::uint16_t> wideUnits(std::wstring_view text) {
     std::vector<std::uint16_t> units;
     units.reserve(text.size());
     for (const wchar_t wide : text) {
@@ -209,7 +211,21 @@ void BitWriter::tu(std::wstring_view text) {
             units.push_back(static_cast<std::uint16_t>(point));
         }
     }
+    return units;
+}
+
+} // namespace
+
+void BitWriter::tu(std::wstring_view text) {
+    const std::vector<std::uint16_t> units = wideUnits(text);
     bs(static_cast<std::uint16_t>(units.size()));
+    for (const std::uint16_t unit : units)
+        rs(unit);
+}
+
+void BitWriter::tr(std::wstring_view text) {
+    const std::vector<std::uint16_t> units = wideUnits(text);
+    rs(static_cast<std::uint16_t>(units.size()));
     for (const std::uint16_t unit : units)
         rs(unit);
 }

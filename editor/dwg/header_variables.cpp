@@ -37,13 +37,12 @@ public:
     void field(kind::H, HandleRef& value) { value = separate ? handles.h() : data.h(); }
     void field(kind::T, std::wstring& value) { value = separate ? text.tu() : codePage.decode(data.t()); }
     void field(kind::CMC, Color& value) {
-        value = Color{static_cast<std::int16_t>(data.bs())};
-        if (release < Release::r2004)
+        const auto index = static_cast<std::int16_t>(data.bs());
+        if (release < Release::r2004) {
+            value = Color{index};
             return;
-        constexpr std::uint32_t trueColour = 0xC2;
-        const std::uint32_t stored = data.bl();
-        value.rgb = stored & 0xFFFFFF;
-        value.hasRgb = stored >> 24 == trueColour;
+        }
+        value = unpackedColor(data.bl(), index);
         const std::uint8_t named = data.rc();
         std::wstring ignored; // names of the colour and of its book
         if ((named & 1) != 0)
@@ -62,10 +61,12 @@ private:
 
 class Writer {
 public:
-    explicit Writer(std::uint16_t codePageNumber) : codePage(codePageNumber) {}
+    Writer(Release to, std::uint16_t codePageNumber)
+        : release(to), codePage(codePageNumber), separate(to >= Release::r2007) {}
 
-    const Release release = Release::r2000;
-    BitWriter data;
+    const Release release;
+
+    Bytes bytes() const { return content.bytes(release); }
 
     void field(kind::B, bool value) { data.b(value); }
     void field(kind::RC, std::int16_t value) { data.rc(static_cast<std::uint8_t>(value)); }
@@ -80,12 +81,28 @@ public:
         data.bl(value.milliseconds);
     }
     void field(kind::SEED, Handle value) { data.h({handle_code::none, value}); }
-    void field(kind::H, HandleRef value) { data.h(value); }
-    void field(kind::T, const std::wstring& value) { data.t(codePage.encode(value)); }
-    void field(kind::CMC, Color value) { data.bs(static_cast<std::uint16_t>(value.index)); }
+    void field(kind::H, HandleRef value) { (separate ? content.handles : data).h(value); }
+    void field(kind::T, const std::wstring& value) {
+        if (separate)
+            content.texts.tu(value);
+        else
+            data.t(codePage.encode(value));
+    }
+    void field(kind::CMC, const Color& value) {
+        if (release < Release::r2004) {
+            data.bs(static_cast<std::uint16_t>(value.index));
+            return;
+        }
+        data.bs(0);
+        data.bl(packedColor(value));
+        data.rc(0);
+    }
 
 private:
+    GuardedContent content;
+    BitWriter& data = content.data;
     CodePage codePage;
+    bool separate;
 };
 
 template <class Stream, class Variables> void transfer(Stream& stream, Variables& variables) {
@@ -116,10 +133,10 @@ Result<HeaderVariables> readHeaderVariables(const DrawingFile& file, Findings* f
     return variables;
 }
 
-Bytes writeHeaderVariables(const HeaderVariables& variables, std::uint16_t codePage) {
-    Writer writer(codePage);
+Bytes writeHeaderVariables(const HeaderVariables& variables, std::uint16_t codePage, Release release) {
+    Writer writer(release, codePage);
     transfer(writer, variables);
-    return writer.data.bytes();
+    return writer.bytes();
 }
 
 } // namespace dwg

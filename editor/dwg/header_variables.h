@@ -72,9 +72,9 @@ struct HeaderVariables {
 /// that ends within the variables is an error.
 Result<HeaderVariables> readHeaderVariables(const DrawingFile& file, Findings* findings = nullptr);
 
-/// The variables as release AC1015 stores them: the content of the section, without guards, length and check. Text is
-/// encoded in the code page of this number.
-Bytes writeHeaderVariables(const HeaderVariables& variables, std::uint16_t codePage);
+/// The variables as the release stores them: the content of the section, without guards, length and check. Before 2007
+/// text is encoded in the code page of this number.
+Bytes writeHeaderVariables(const HeaderVariables& variables, std::uint16_t codePage, Release release = Release::r2000);
 
 /// Visits what AC1015 stores as `visit(name, value)`, in order, for comparing and printing.
 template <class Visitor> void visitHeaderVariables(const HeaderVariables& variables, Visitor&& visit) {

@@ -90,15 +90,6 @@ const Dictionary* namedObjectsOf(const Drawing& drawing) {
     return object == nullptr ? nullptr : object->as<Dictionary>();
 }
 
-Handle findRecord(const Drawing& drawing) {
-    const Dictionary* const names = namedObjectsOf(drawing);
-    if (names == nullptr)
-        return 0;
-    const auto item = std::ranges::find(names->items, entryName, &Dictionary::Item::name);
-    const bool found = item != names->items.end() && drawing.body<DataRecord>(item->object) != nullptr;
-    return found ? item->object.value : 0;
-}
-
 DataRecord& makeRecord(Drawing& drawing, Object& names) {
     Object object;
     object.handle = drawing.newHandle();
@@ -115,9 +106,18 @@ DataRecord& makeRecord(Drawing& drawing, Object& names) {
 
 } // namespace
 
+Handle findSummaryRecord(const Drawing& drawing) {
+    const Dictionary* const names = namedObjectsOf(drawing);
+    if (names == nullptr)
+        return 0;
+    const auto item = std::ranges::find(names->items, entryName, &Dictionary::Item::name);
+    const bool found = item != names->items.end() && drawing.body<DataRecord>(item->object) != nullptr;
+    return found ? item->object.value : 0;
+}
+
 SummaryTexts readSummaryRecord(const Drawing& drawing) {
     SummaryTexts texts;
-    const Object* const object = drawing.find(findRecord(drawing));
+    const Object* const object = drawing.find(findSummaryRecord(drawing));
     if (object == nullptr)
         return texts;
     const CodePage page(drawing.codePage);
@@ -134,7 +134,7 @@ Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts) {
     Object* const names = drawing.namedObjects();
     if (names == nullptr || names->as<Dictionary>() == nullptr)
         return Error{ErrorKind::missing, "no named-objects dictionary"};
-    Object* object = drawing.find(findRecord(drawing));
+    Object* object = drawing.find(findSummaryRecord(drawing));
     DataRecord* const found = object == nullptr ? nullptr : object->as<DataRecord>();
     DataRecord& record = found == nullptr ? makeRecord(drawing, *names) : *found;
 
@@ -161,8 +161,18 @@ Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts) {
     }
     out.append(rest);
     record.data = out.bytes();
-    drawing.find(findRecord(drawing))->changed();
+    drawing.find(findSummaryRecord(drawing))->changed();
     return {};
+}
+
+void removeSummaryRecord(Drawing& drawing) {
+    const Handle record = findSummaryRecord(drawing);
+    if (record == 0)
+        return;
+    Object& names = *drawing.namedObjects();
+    std::erase_if(names.as<Dictionary>()->items, [](const Dictionary::Item& item) { return item.name == entryName; });
+    names.changed();
+    drawing.remove(record);
 }
 
 } // namespace dwg

@@ -14,4 +14,10 @@ SummaryTexts readSummaryRecord(const Drawing& drawing);
 /// for a drawing without a named-objects dictionary.
 Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts);
 
+/// The object that holds the summary; 0 where the drawing has none.
+Handle findSummaryRecord(const Drawing& drawing);
+
+/// Takes the summary out of the drawing, for a release that keeps it elsewhere.
+void removeSummaryRecord(Drawing& drawing);
+
 } // namespace dwg

@@ -69,19 +69,27 @@ Bytes writeFileHeader(const FileFacts& facts, const Locators& locators) {
 }
 
 // The numbers that aren't facts of the drawing are what programs of this release write.
-Bytes writeAuxHeader(const FileFacts& facts) {
+Bytes writeAuxHeader(const FileFacts& facts, Release release) {
     BitWriter out;
     for (const std::uint8_t mark : {0xFF, 0x77, 0x01})
         out.rc(mark);
-    out.rs(facts.application);
-    out.rs(0);
+    const auto releaseAndMaintenance = [&](std::uint16_t number, std::uint16_t maintenance) {
+        out.rs(number);
+        out.rs(maintenance);
+        if (release >= Release::r2018)
+            out.rs(0);
+    };
+    releaseAndMaintenance(facts.application, 0);
     constexpr std::uint32_t saves = 1;
     out.rl(saves);
     out.rl(std::numeric_limits<std::uint32_t>::max());
     out.rs(saves);
     out.rs(0);
     out.rl(0);
-    for (const std::uint16_t number : {0x16, 0x2E, 0x16, 0x2E, 0x04, 0x0565, 0x05, 0x0893, 0, 1})
+    constexpr std::uint16_t drawn = 0x16, drawnMaintenance = 0x2E;
+    releaseAndMaintenance(drawn, drawnMaintenance);
+    releaseAndMaintenance(drawn, drawnMaintenance);
+    for (const std::uint16_t number : {0x04, 0x0565, 0x05, 0x0893, 0, 1})
         out.rs(number);
     out.append(Bytes(20, 0));
     for (const DayAndTime& date : {facts.created, facts.updated}) {
@@ -96,14 +104,17 @@ Bytes writeAuxHeader(const FileFacts& facts) {
     out.rs(saves);
     for (const std::uint32_t number : {0u, 0u, 0u, saves, 0u, 0u, 0u, 0u})
         out.rl(number);
+    constexpr std::size_t moreFrom2018 = 6;
     Bytes bytes = out.bytes();
-    bytes.resize(auxHeaderSize);
+    bytes.resize(auxHeaderSize + (release >= Release::r2018 ? moreFrom2018 : 0));
     return bytes;
 }
 
-Bytes writeGuarded(ByteView content, const Guard& begin, const Guard& end) {
+Bytes writeGuarded(ByteView content, const Guard& begin, const Guard& end, bool wideLength) {
     BitWriter checked;
     checked.rl(static_cast<std::uint32_t>(content.size()));
+    if (wideLength)
+        checked.rl(0);
     checked.append(content);
     BitWriter out;
     out.append(begin);

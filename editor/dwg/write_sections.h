@@ -3,13 +3,15 @@
 #include "editor/dwg/day_and_time.h"
 #include "editor/dwg/handle.h"
 #include "editor/dwg/source.h"
+#include "editor/dwg/version.h"
 
 #include <array>
 #include <cstdint>
 #include <utility>
 #include <vector>
 
-/// Sections of a flat file of release AC1015 as bytes, each with its own guards and checks.
+/// Sections of a flat file of release AC1015 as bytes, each with its own guards and checks; some of them are the same
+/// in paged files.
 namespace dwg {
 
 /// Where a section of the flat file lies.
@@ -47,11 +49,13 @@ struct FileFacts {
 };
 
 Bytes writeFileHeader(const FileFacts& facts, const Locators& locators);
-Bytes writeAuxHeader(const FileFacts& facts);
+/// As all releases from 2000 on store it; 2018 has more room for maintenance numbers.
+Bytes writeAuxHeader(const FileFacts& facts, Release release = Release::r2000);
 
-/// A section between its guards: length, content, check. For header variables and classes.
-Bytes writeGuarded(ByteView content, const std::array<std::uint8_t, 16>& begin,
-                   const std::array<std::uint8_t, 16>& end);
+/// A section between its guards: length, content, check. For header variables and classes. `wideLength` gives the
+/// length its second half.
+Bytes writeGuarded(ByteView content, const std::array<std::uint8_t, 16>& begin, const std::array<std::uint8_t, 16>& end,
+                   bool wideLength = false);
 extern const std::array<std::uint8_t, 16> headerVariablesBegin, headerVariablesEnd, classesBegin, classesEnd;
 
 /// Where an object lies in the file.
