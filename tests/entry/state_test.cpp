@@ -1,9 +1,11 @@
 // What the messages leave in the module's state; here the module's code is part of the test's process.
 #include "editor/sdk/rx.h"
+#include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/host/entry/Exports.h"
 #include "tessaro/host/entry/Lifecycle.h"
 #include "tessaro/platform/Text.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -31,4 +33,30 @@ TEST(ModuleMessages, WithoutAFileOfItsNameTheModulesFolderIsTheExecutables) {
     EXPECT_EQ(moduleHandle, nullptr);
     const std::filesystem::path executable = std::filesystem::read_symlink("/proc/self/exe");
     EXPECT_EQ(moduleFolder, platform::FromNarrow(executable.parent_path().string()));
+}
+
+TEST(ModuleMessages, QuittingWritesTheMainCacheThenTheFileOfEachChangedDirectoryAndFreesAll) {
+    const tests::TemporaryFolder folder;
+    const auto name = [&](const char* file) { return platform::FromNarrow((folder.path() / file).string()); };
+    iniPath = name("tessaro35.ini");
+    cachePath = name("tessaro35.cache");
+    for (const char* file : {"path1_35.cache", "path2_35.cache"}) {
+        directories.push_back(new Directory);
+        directories.back()->path = name(file);
+        directories.back()->cacheFile = name(file);
+    }
+    directories.back()->dirty = true;
+    currentDirectory = directories.front();
+    EXPECT_EQ(acrxEntryPoint(AcRx::kQuitMsg, nullptr), 0);
+    EXPECT_TRUE(directories.empty());
+    EXPECT_EQ(currentDirectory, nullptr);
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "tessaro35.ini"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "tessaro35.cache"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "path1_35.cache"));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "path2_35.cache"));
+    closed = false;
+    iniPath.clear();
+    cachePath.clear();
+    loader.quit = false;
+    loader.pause = 0;
 }

@@ -1,6 +1,7 @@
 #include "tests/reading/LoaderFixture.h"
 
 #include "tessaro/catalogue/IniStore.h"
+#include "tessaro/catalogue/Settings.h"
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
@@ -18,7 +19,7 @@ LoaderTest::LoaderTest() {
     };
     iniPath = platform::FromNarrow((folder.path() / "tessaro35.ini").string());
     cachePath = platform::FromNarrow((folder.path() / "tessaro35.cache").string());
-    readDirEveryTime = 0;
+    readDirEveryTime = onlyCacheCurrent = delCacheMemoryOnClose = 0;
     window.onSelect = [](Directory* directory) { ShowDirectory(directory); };
 }
 
@@ -64,6 +65,7 @@ Directory* LoaderTest::AddFolder(const std::string& name, std::initializer_list<
     auto* const directory = new Directory;
     directory->path = platform::FromNarrow((folder.path() / name).string());
     directory->description = platform::FromNarrow(name);
+    directory->cacheFile = CacheFileName(NextCacheNumber());
     directories.push_back(directory);
     directory->listIndex = window.InsertDirectoryRow(directory->description, directory);
     return directory;

@@ -85,7 +85,6 @@ TEST_F(InternalBlocksTest, DefinitionsBecomeBlocksInTableOrderWithoutTheLayouts)
     EXPECT_EQ(block.status.m_size, 0u);
     EXPECT_THAT(Examined(), testing::IsEmpty()) << "no file stands behind it";
     EXPECT_TRUE(directory->loaded);
-    EXPECT_TRUE(directory->dirty);
     EXPECT_THAT(locks, ElementsAre("lock", "unlock"));
 }
 

