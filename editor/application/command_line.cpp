@@ -27,6 +27,16 @@ std::wstring unquoted(std::wstring text) {
     return text;
 }
 
+std::optional<SnapKind> snapNamed(const std::wstring& text) {
+    const auto word = Keywords(L"ENDpoint MIDpoint CENter INSertion").match(text);
+    if (!word)
+        return std::nullopt;
+    return word->front() == L'E'   ? SnapKind::End
+           : word->front() == L'M' ? SnapKind::Middle
+           : word->front() == L'C' ? SnapKind::Center
+                                   : SnapKind::Insertion;
+}
+
 double distance(const AcGePoint3d& one, const AcGePoint3d& other) {
     return (one - other).length();
 }
@@ -60,16 +70,21 @@ std::optional<CommandLine::Answer> CommandLine::askOnce(const Prompt& prompt) {
 }
 
 std::optional<CommandLine::Answer> CommandLine::fromList() {
-    auto& list = lists.back();
-    if (list.empty())
+    Elements& list = lists.back();
+    if (list.rest.empty() && list.endsInPause) {
+        pausing = true;
+        return std::nullopt;
+    }
+    if (list.rest.empty())
         throw cancelled(CommandCancelled::Reason::ListEnded);
-    const Element element = std::move(list.front());
-    list.pop_front();
+    const Element element = std::move(list.rest.front());
+    list.rest.pop_front();
+    list.endsInPause = false;
     if (const auto* const point = std::get_if<AcGePoint3d>(&element))
         return PickedPoint{*point};
     const auto& text = std::get<std::wstring>(element);
     if (text == pauseElement) {
-        pausing = true;
+        pausing = list.endsInPause = true;
         return std::nullopt;
     }
     return text;
@@ -183,21 +198,33 @@ std::wstring CommandLine::getLine(const std::wstring& prompt) {
 std::wstring CommandLine::getText(const std::wstring& prompt, bool blanks) {
     pausing = false;
     while (true) {
-        const Answer answer = ask({Prompt::Kind::Text, prompt, {}, blanks});
+        const Answer answer = ask(Prompt{Prompt::Kind::Text, prompt, {}, blanks});
         if (const auto* const text = std::get_if<std::wstring>(&answer))
             return *text;
         console.printLine(L"Requires text.");
     }
 }
 
+Prompt CommandLine::promptFor(Prompt::Kind kind, const std::wstring& text, const PromptOptions& options) {
+    Prompt prompt{kind, text, options.base, false};
+    prompt.rectangle = options.rectangle;
+    prompt.ghost = options.ghost;
+    return prompt;
+}
+
+std::optional<AcGePoint3d> CommandLine::pointOf(const Answer& answer) const {
+    if (const auto* const picked = std::get_if<PickedPoint>(&answer))
+        return picked->point;
+    const auto* const text = std::get_if<std::wstring>(&answer);
+    return text != nullptr ? parsePoint(*text, latestPoint) : std::nullopt;
+}
+
 PromptAnswer<AcGePoint3d> CommandLine::getPoint(const std::wstring& prompt, const PromptOptions& options) {
     pausing = false;
     while (true) {
-        const Answer answer = ask({Prompt::Kind::Point, prompt, options.base, false});
-        std::optional<AcGePoint3d> point;
-        if (const auto* const picked = std::get_if<PickedPoint>(&answer))
-            point = picked->point;
-        if (const auto* const text = std::get_if<std::wstring>(&answer)) {
+        const Answer answer = ask(promptFor(Prompt::Kind::Point, prompt, options));
+        std::optional<AcGePoint3d> point = pointOf(answer);
+        if (const auto* const text = std::get_if<std::wstring>(&answer); text != nullptr && !point) {
             if (text->empty()) {
                 if (options.mayBeEmpty)
                     return {};
@@ -205,7 +232,13 @@ PromptAnswer<AcGePoint3d> CommandLine::getPoint(const std::wstring& prompt, cons
             }
             if (const auto keyword = options.keywords.match(*text))
                 return {std::nullopt, *keyword};
-            point = parsePoint(*text, latestPoint);
+            if (const auto snap = snapNamed(*text)) {
+                point = getSnapped(*snap);
+                if (!point)
+                    continue;
+            } else if (options.takesText) {
+                return {std::nullopt, {}, *text};
+            }
         }
         if (point) {
             latestPoint = *point;
@@ -260,11 +293,11 @@ PromptAnswer<double> CommandLine::getValue(const Prompt& prompt, const PromptOpt
 }
 
 PromptAnswer<double> CommandLine::getNumber(const std::wstring& prompt, const PromptOptions& options) {
-    return getValue({Prompt::Kind::Number, prompt, options.base, false}, options);
+    return getValue(promptFor(Prompt::Kind::Number, prompt, options), options);
 }
 
 PromptAnswer<double> CommandLine::getAngle(const std::wstring& prompt, const PromptOptions& options) {
-    return getValue({Prompt::Kind::Angle, prompt, options.base, false}, options);
+    return getValue(promptFor(Prompt::Kind::Angle, prompt, options), options);
 }
 
 std::wstring CommandLine::getKeyword(const std::wstring& prompt, const Keywords& keywords,
@@ -286,7 +319,7 @@ std::wstring CommandLine::getKeyword(const std::wstring& prompt, const Keywords&
 PromptAnswer<std::wstring> CommandLine::getWord(const std::wstring& prompt, const PromptOptions& options) {
     pausing = false;
     while (true) {
-        const Answer answer = ask({Prompt::Kind::Keyword, prompt, {}, false});
+        const Answer answer = ask(Prompt{Prompt::Kind::Keyword, prompt, {}, false});
         const auto* const text = std::get_if<std::wstring>(&answer);
         if (text == nullptr) {
             console.printLine(L"Invalid option keyword.");
@@ -303,45 +336,34 @@ PromptAnswer<std::wstring> CommandLine::getWord(const std::wstring& prompt, cons
     }
 }
 
-std::vector<AcDbObjectId> CommandLine::getSelection(const std::wstring& prompt, bool single) {
-    pausing = false;
-    const Keywords keywords(single ? L"Last" : L"Last ALL");
+// With a window the object under the point is meant, otherwise any object of the drawing.
+std::optional<AcGePoint3d> CommandLine::getSnapped(SnapKind kind) {
+    const Answer answer = ask(Prompt{Prompt::Kind::Point, L"of ", {}, false});
+    const auto near = pointOf(answer);
     AcDbDatabase* const database = acdbHostApplicationServices()->workingDatabase();
-    std::vector<AcDbObjectId> selection;
-    while (true) {
-        const Answer answer = ask({Prompt::Kind::Selection, prompt, {}, false});
-        std::vector<AcDbObjectId> found;
-        if (const auto* const object = std::get_if<AcDbObjectId>(&answer)) {
-            found.push_back(*object);
-        } else if (const auto* const picked = std::get_if<PickedPoint>(&answer)) {
-            if (const auto hit = window != nullptr ? window->objectAt(picked->point) : AcDbObjectId(); !hit.isNull())
-                found.push_back(hit);
-        } else if (const auto* const text = std::get_if<std::wstring>(&answer)) {
-            if (text->empty())
-                return selection;
-            const auto keyword = keywords.match(*text);
-            if (!keyword || database == nullptr) {
-                console.printLine(L"*Invalid selection*");
-                console.printLine(single ? L"Expects a point or Last" : L"Expects a point or Last/ALL");
-                continue;
-            }
-            if (*keyword == L"ALL")
-                found = modelSpaceEntities(*database);
-            else if (const auto last = lastEntity(*database); !last.isNull())
-                found.push_back(last);
-        }
-        console.printLine(std::to_wstring(found.size()) + L" found");
-        for (const AcDbObjectId object : found) {
-            if (std::find(selection.begin(), selection.end(), object) == selection.end())
-                selection.push_back(object);
-        }
-        if (single && !selection.empty())
-            return selection;
+    if (!near || database == nullptr) {
+        console.printLine(L"Invalid point.");
+        return std::nullopt;
     }
+    const AcDbObjectId hit = window != nullptr ? window->objectAt(*near) : AcDbObjectId();
+    std::vector<AcDbObjectId> objects{hit};
+    if (hit.isNull())
+        objects = modelSpaceEntities(*database);
+    std::optional<AcGePoint3d> best;
+    for (const AcDbObjectId object : objects) {
+        for (const AcGePoint3d& point : snapPoints(object, kind)) {
+            if (!best || distance(point, *near) < distance(*best, *near))
+                best = point;
+        }
+    }
+    if (!best)
+        console.printLine(L"No such point found.");
+    return best;
 }
 
 CommandLine::List::List(CommandLine& commandLine, const resbuf* elements) : line(commandLine) {
-    std::deque<Element> list;
+    Elements given;
+    std::deque<Element>& list = given.rest;
     for (; elements != nullptr; elements = elements->rbnext) {
         switch (elements->restype) {
         case RTSTR:
@@ -367,7 +389,7 @@ CommandLine::List::List(CommandLine& commandLine, const resbuf* elements) : line
         if (elements->restype == RTNONE)
             break;
     }
-    line.lists.push_back(std::move(list));
+    line.lists.push_back(std::move(given));
 }
 
 CommandLine::List::~List() {
@@ -376,7 +398,7 @@ CommandLine::List::~List() {
 }
 
 std::wstring CommandLine::List::takeCommand() {
-    auto& list = line.lists.back();
+    auto& list = line.lists.back().rest;
     const Element element = std::move(list.front());
     list.pop_front();
     const auto* const text = std::get_if<std::wstring>(&element);
@@ -384,7 +406,7 @@ std::wstring CommandLine::List::takeCommand() {
 }
 
 bool CommandLine::List::done() const {
-    return line.lists.back().empty();
+    return line.lists.back().rest.empty();
 }
 
 } // namespace editor

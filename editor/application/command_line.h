@@ -4,6 +4,7 @@
 #include "editor/application/keywords.h"
 #include "editor/application/lisp.h"
 #include "editor/application/services.h"
+#include "editor/database/snap_points.h"
 #include "editor/sdk/db.h"
 
 #include <deque>
@@ -24,11 +25,12 @@ struct CommandCancelled {
     Reason reason = Reason::User;
 };
 
-/// Answer to a prompt: exactly one of a value, a keyword or an empty answer.
+/// Answer to a prompt: exactly one of a value, a keyword, other text where the prompt takes it, or an empty answer.
 template <class Value> struct PromptAnswer {
     std::optional<Value> value;
     std::wstring keyword;
-    bool empty() const { return !value && keyword.empty(); }
+    std::wstring text{};
+    bool empty() const { return !value && keyword.empty() && text.empty(); }
 };
 
 struct PromptOptions {
@@ -36,14 +38,21 @@ struct PromptOptions {
     bool mayBeEmpty = false; ///< an empty answer is given back; otherwise it asks again
     bool nonZero = false;
     bool positive = false;
+    bool takesText = false;          ///< a point prompt gives back what is neither point nor keyword
+    bool rectangle = false;          ///< the rubber band from `base` is a rectangle
     std::optional<AcGePoint3d> base; ///< a point as answer to a number gives the distance from here
+    std::optional<Ghost> ghost{};    ///< shown at the pointer
 };
 
 /// The prompts of commands and where their answers come from.
 ///
 /// Answers are taken, in this order, from the list of the innermost acedCmdS call, from the texts that were pushed (the
 /// last one first), and from the user. What a text holds without a blank or line end behind it is put in front of what
-/// comes next. Every function but the last group throws CommandCancelled.
+/// comes next. A list whose last element is a pause leaves all that its command still asks to the user; any other list
+/// cancels its command when it ends too early. Every function but the last group throws CommandCancelled.
+///
+/// A point prompt takes "END", "MID", "CEN" and "INS" too: the point that is given next is moved to the nearest such
+/// point of the object there.
 class CommandLine {
 public:
     CommandLine(Console& console, Lisp& lisp);
@@ -62,7 +71,9 @@ public:
     std::wstring getKeyword(const std::wstring& prompt, const Keywords& keywords, const std::wstring& byDefault);
     /// An answer that is none of the keywords is given back as typed in `value`.
     PromptAnswer<std::wstring> getWord(const std::wstring& prompt, const PromptOptions& options = {});
-    /// Objects of the current drawing, none for an empty answer; `single` ends with the first.
+    /// Objects of the current drawing, none for an empty answer; `single` ends with the first. Objects are given by a
+    /// point on them, two corners where there is nothing, Last, Previous, ALL, Window, Crossing, or an expression that
+    /// names one; Remove takes away again.
     std::vector<AcDbObjectId> getSelection(const std::wstring& prompt, bool single);
     /// The next command's name; empty for an empty answer. Expressions are evaluated and printed, and the next answer
     /// asked for. Nothing where the user source was interrupted.
@@ -104,6 +115,10 @@ private:
     struct Interrupted {};
     using Answer = std::variant<std::wstring, PickedPoint, AcDbObjectId, Interrupted>;
     using Element = std::variant<std::wstring, AcGePoint3d>;
+    struct Elements {
+        std::deque<Element> rest;
+        bool endsInPause = false; ///< the element taken last was one
+    };
 
     Answer ask(const Prompt& prompt);
     std::optional<Answer> askOnce(const Prompt& prompt);
@@ -114,18 +129,24 @@ private:
     std::optional<Answer> evaluated(const Prompt& prompt, const std::wstring& expression);
     PromptAnswer<double> getValue(const Prompt& prompt, const PromptOptions& options);
     static std::optional<double> valueOf(const Answer& answer, const Prompt& prompt);
+    static Prompt promptFor(Prompt::Kind kind, const std::wstring& text, const PromptOptions& options);
+    std::optional<AcGePoint3d> pointOf(const Answer& answer) const;
+    std::optional<AcGePoint3d> getSnapped(SnapKind kind);
+    std::vector<AcDbObjectId> selectByBox(const AcGePoint3d& corner, std::optional<bool> crossing);
+    std::optional<std::vector<AcDbObjectId>> selectByKeyword(const std::wstring& keyword, AcDbDatabase& database);
 
     Console& console;
     Lisp& lisp;
     UserInput* user = nullptr;
     WindowServices* window = nullptr;
-    std::vector<InputText> texts;           // the last one is taken first
-    std::wstring unfinished;                // typed without an end, to be put in front of what comes next
-    std::vector<std::deque<Element>> lists; // of nested acedCmdS calls
-    bool pausing = false;                   // a list's pause element was met: the present prompt is the user's
-    bool promptShown = false;               // the user's answer follows the prompt on its line
+    std::vector<InputText> texts; // the last one is taken first
+    std::wstring unfinished;      // typed without an end, to be put in front of what comes next
+    std::vector<Elements> lists;  // of nested acedCmdS calls
+    bool pausing = false;         // a list's pause element was met: the present prompt is the user's
+    bool promptShown = false;     // the user's answer follows the prompt on its line
     std::function<bool(const std::wstring&)> transparent;
     AcGePoint3d latestPoint;
+    std::vector<AcDbObjectId> previousSelection;
 };
 
 } // namespace editor

@@ -1,7 +1,9 @@
 #include "editor/application/command_processor.h"
 
+#include "editor/application/commands.h"
 #include "editor/application/editor.h"
 #include "editor/application/text.h"
+#include "editor/database/undo.h"
 
 #include <algorithm>
 #include <exception>
@@ -54,9 +56,21 @@ bool CommandProcessor::step() {
     }
 }
 
+std::shared_ptr<const Command> CommandProcessor::commandFor(const std::wstring& typed) const {
+    const std::wstring name = typed.size() > 1 && typed[0] == L'\'' ? typed.substr(1) : typed;
+    if (auto command = editor.commands().find(name))
+        return command;
+    const Variable* const variable = editor.variables().find(name);
+    const auto set = variable != nullptr ? editor.commands().find(L"._SETVAR") : nullptr;
+    if (!set)
+        return nullptr;
+    Command named = *set;
+    named.function = [this, wanted = variable->name] { askForVariable(editor, wanted); };
+    return std::make_shared<const Command>(std::move(named));
+}
+
 CommandProcessor::Outcome CommandProcessor::runNamed(const std::wstring& typed) {
-    const bool transparentMark = typed.size() > 1 && typed[0] == L'\'';
-    const auto command = editor.commands().find(transparentMark ? typed.substr(1) : typed);
+    const auto command = commandFor(typed);
     if (!command) {
         const std::wstring message = L"Unknown command \"" + upperCased(typed) + L"\".";
         editor.console().printLine(message);
@@ -75,12 +89,34 @@ CommandProcessor::Outcome CommandProcessor::run(const Command& command) {
         faultTexts.push_back(name + L": no drawing is open");
         return Outcome::Failed;
     }
+    if (!runningNames.empty())
+        return runNested(command);
+    settleChanges();
+    if (const Document* const document = editor.documents().current())
+        beginUndoGroup(*document->database(), name);
+    const Outcome outcome = runNested(command);
+    if (settleChanges())
+        editor.window().drawingChanged();
+    return outcome;
+}
+
+bool CommandProcessor::settleChanges() {
+    bool changed = false;
+    for (const auto& document : editor.documents().all()) {
+        if (!endUndoGroup(*document->database()))
+            continue;
+        document->markChanged();
+        changed = true;
+    }
+    return changed;
+}
+
+CommandProcessor::Outcome CommandProcessor::runNested(const Command& command) {
+    const std::wstring name = command.globalName;
     runningNames.push_back(name);
     runningFlags.push_back(command.flags);
     editor.reactors().commandWillStart(name);
     const Outcome outcome = call(command);
-    if (command.changesDrawing && editor.documents().current() != nullptr)
-        editor.documents().current()->markChanged();
     runningNames.pop_back();
     runningFlags.pop_back();
     switch (outcome) {
@@ -95,8 +131,6 @@ CommandProcessor::Outcome CommandProcessor::run(const Command& command) {
         editor.reactors().commandFailed(name);
         break;
     }
-    if (command.changesDrawing)
-        editor.window().drawingChanged();
     return outcome;
 }
 
@@ -123,7 +157,7 @@ CommandProcessor::Outcome CommandProcessor::call(const Command& command) {
 }
 
 bool CommandProcessor::runTransparent(const std::wstring& typed) {
-    const auto command = editor.commands().find(typed);
+    const auto command = commandFor(typed);
     if (!command || !command->isTransparent())
         return false;
     const std::wstring interrupted = runningNames.empty() ? std::wstring() : runningNames.back();

@@ -24,7 +24,9 @@ public:
     CommandProcessor(const CommandProcessor&) = delete;
     CommandProcessor& operator=(const CommandProcessor&) = delete;
 
-    /// Takes one answer at the command prompt and runs what it names. False when the input has ended.
+    /// Takes one answer at the command prompt and runs what it names: a command, or else a system variable, which is
+    /// asked for as by SETVAR. What an outermost command and the notifications about it change in drawings can be taken
+    /// back in one step. False when the input has ended.
     bool step();
     /// Whether text waits to be carried out.
     bool hasWork() const;
@@ -56,6 +58,9 @@ private:
     Outcome run(const Command& command);
     Outcome call(const Command& command);
     bool runTransparent(const std::wstring& typed);
+    std::shared_ptr<const Command> commandFor(const std::wstring& typed) const;
+    Outcome runNested(const Command& command);
+    bool settleChanges();
 
     Editor& editor;
     std::deque<Queued> queued;

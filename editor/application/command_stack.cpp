@@ -39,7 +39,7 @@ int CommandStack::addCommand(const wchar_t* group, const wchar_t* globalName, co
     const auto given = [](const wchar_t* name) { return name != nullptr && *name != 0; };
     if (!given(group) || !given(globalName) || !given(localName) || function == nullptr)
         return Acad::eInvalidInput;
-    Command command{group, upperCased(globalName), upperCased(localName), flags, true, function};
+    Command command{group, upperCased(globalName), upperCased(localName), flags, function};
     const bool duplicate = std::any_of(added.begin(), added.end(), [&](const auto& other) {
         return equalIgnoringCase(other->group, command.group) && other->globalName == command.globalName;
     });

@@ -19,7 +19,6 @@ struct Command {
     std::wstring globalName; ///< upper case
     std::wstring localName;  ///< upper case
     int flags = ACRX_CMD_MODAL;
-    bool changesDrawing = false;
     std::function<void()> function;
 
     bool isSession() const { return (flags & ACRX_CMD_SESSION) != 0; }

@@ -8,6 +8,13 @@ void addOwnCommands(Editor& editor) {
     addDrawCommands(editor);
     addModifyCommands(editor);
     addInsertCommand(editor);
+    addReferenceCommand(editor);
+    addLayerCommand(editor);
+    addViewCommands(editor);
+    addInquiryCommands(editor);
+    addUndoCommands(editor);
+    addPurgeCommand(editor);
+    addLoadCommand(editor);
 }
 
 } // namespace editor

@@ -2,7 +2,9 @@
 #include "editor/application/drawing.h"
 #include "editor/application/editor.h"
 #include "editor/application/format.h"
+#include "editor/database/new_text.h"
 
+#include <cmath>
 #include <memory>
 
 namespace editor {
@@ -66,15 +68,69 @@ void drawCircle(Editor& editor) {
     add(std::make_unique<AcDbCircle>(center, AcGeVector3d::kZAxis, radius));
 }
 
+/// Line below line until an empty one.
+void drawText(Editor& editor) {
+    CommandLine& line = editor.commandLine();
+    AcDbDatabase& database = *acdbHostApplicationServices()->workingDatabase();
+    NewText text;
+    text.style = currentTextStyle(database);
+    PromptOptions options;
+    options.keywords = Keywords(L"Justify Style");
+    while (true) {
+        const auto start = line.getPoint(L"Specify start point of text or [Justify/Style]: ", options);
+        if (start.value) {
+            text.point = *start.value;
+            break;
+        }
+        if (start.keyword == L"Justify") {
+            const auto answer = line.getKeyword(L"Enter an option [Left/Center/Right/Middle] <Left>: ",
+                                                Keywords(L"Left Center Right Middle"), L"Left");
+            text.justification = answer == L"Left"     ? NewText::Justification::Left
+                                 : answer == L"Center" ? NewText::Justification::Center
+                                 : answer == L"Right"  ? NewText::Justification::Right
+                                                       : NewText::Justification::Middle;
+            continue;
+        }
+        const std::wstring style = line.getLine(L"Enter style name <" + text.style + L">: ");
+        if (!style.empty() && !hasTextStyle(database, style))
+            editor.console().printLine(L"Cannot find text style \"" + style + L"\".");
+        else if (!style.empty())
+            text.style = style;
+    }
+    options = {};
+    options.mayBeEmpty = true;
+    options.base = text.point;
+    text.height = fixedTextHeight(database, text.style);
+    if (!(text.height > 0)) {
+        options.positive = true;
+        const double offered = textHeight(database);
+        text.height =
+            line.getNumber(L"Specify height <" + numberText(offered, 4) + L">: ", options).value.value_or(offered);
+        setTextHeight(database, text.height);
+    }
+    options.positive = false;
+    text.rotation = line.getAngle(L"Specify rotation angle of text <0>: ", options).value.value_or(0);
+    while (true) {
+        text.value = line.getText(L"Enter text: ", true);
+        if (text.value.empty())
+            return;
+        if (addText(database, text).isNull())
+            throw CommandFailed{L"The drawing does not take the object."};
+        constexpr double lineDistance = 5.0 / 3;
+        text.point = text.point +
+                     AcGeVector3d{std::sin(text.rotation), -std::cos(text.rotation), 0} * (text.height * lineDistance);
+    }
+}
+
 } // namespace
 
 void addDrawCommands(Editor& editor) {
     const auto addCommand = [&editor](const wchar_t* name, void (*function)(Editor&)) {
-        editor.commands().addOwn(
-            {L"EDITOR", name, name, ACRX_CMD_MODAL, true, [&editor, function] { function(editor); }});
+        editor.commands().addOwn({L"EDITOR", name, name, ACRX_CMD_MODAL, [&editor, function] { function(editor); }});
     };
     addCommand(L"LINE", drawLines);
     addCommand(L"CIRCLE", drawCircle);
+    addCommand(L"TEXT", drawText);
 }
 
 } // namespace editor

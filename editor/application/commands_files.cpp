@@ -44,6 +44,8 @@ std::wstring chosen(const std::optional<std::wstring>& file) {
 }
 
 void save(Editor& editor, Document& document, const std::wstring& file, AcDb::AcDbDwgVersion version) {
+    if (document.isReadOnly() && sameFile(file, document.fileName()))
+        throw CommandFailed{L"\"" + file + L"\" is opened read-only and can be saved under another name only."};
     if (const int status = document.saveAs(file, version); status != eOk)
         throw CommandFailed{L"Can't save \"" + file + L"\": " + statusText(status) + L"."};
     editor.window().documentsChanged();
@@ -132,7 +134,14 @@ void openDrawing(Editor& editor) {
         file = existingFile(fullPath(drawing));
     if (!file)
         throw CommandFailed{L"Can't find file \"" + drawing + L"\"."};
-    if (const int status = editor.documents().open(*file); status != eOk)
+    int status = editor.documents().open(*file);
+    if (status == Acad::eFileSharingViolation) {
+        if (editor.commandLine().getKeyword(L"Would you like to open the file read-only? [Yes/No] <Y>: ",
+                                            Keywords(L"Yes No"), L"Yes") == L"No")
+            throw CommandCancelled();
+        status = editor.documents().open(*file, true);
+    }
+    if (status != eOk)
         throw CommandFailed{L"Can't open \"" + *file + L"\": " + statusText(status) + L"."};
 }
 
@@ -154,7 +163,7 @@ void quitEditor(Editor& editor) {
 
 void addFileCommands(Editor& editor) {
     const auto add = [&editor](const wchar_t* name, int flags, void (*function)(Editor&)) {
-        editor.commands().addOwn({L"EDITOR", name, name, flags, false, [&editor, function] { function(editor); }});
+        editor.commands().addOwn({L"EDITOR", name, name, flags, [&editor, function] { function(editor); }});
     };
     add(L"NEW", ACRX_CMD_SESSION, [](Editor& running) { running.documents().create(); });
     add(L"OPEN", ACRX_CMD_SESSION, openDrawing);

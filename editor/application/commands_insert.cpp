@@ -1,23 +1,24 @@
 #include "editor/application/commands.h"
 #include "editor/application/drawing.h"
 #include "editor/application/editor.h"
-#include "editor/application/format.h"
-#include "editor/application/numbers.h"
+#include "editor/application/placing.h"
 #include "editor/application/search_path.h"
 #include "editor/application/text.h"
 #include "editor/application/wild_card.h"
+#include "editor/database/exploding.h"
 
 #include <memory>
+#include <vector>
 
 namespace editor {
 
 namespace {
 
-/// What was answered for the block's name: "DOOR", "/lib/DOOR.dwg", "DOOR=/lib/OTHER.dwg".
+/// What was answered for the block's name: "DOOR", "/lib/DOOR.dwg", "DOOR=/lib/OTHER.dwg"; a star in front of it asks
+/// for the block's pieces.
 struct BlockSource {
     std::wstring name;
     std::wstring file; ///< empty: a definition of that name, or a file found by it
-    bool redefines = false;
 };
 
 BlockSource parsed(const std::wstring& answer) {
@@ -25,7 +26,6 @@ BlockSource parsed(const std::wstring& answer) {
     std::wstring file = answer;
     if (const auto equals = answer.find(L'='); equals != std::wstring::npos && !hasFolder(answer.substr(0, equals))) {
         source.name = trimmed(answer.substr(0, equals));
-        source.redefines = true;
         file = trimmed(answer.substr(equals + 1));
         source.file = file.empty() ? source.name : file;
         return source;
@@ -43,16 +43,14 @@ public:
 
     void run() {
         const AcDbObjectId block = askForBlock();
-        const AcGePoint3d point = askForPoint();
-        if (!scalePreset)
-            askForScale(point);
-        if (!rotation)
-            rotation = askForRotation(point);
-        auto reference = std::make_unique<AcDbBlockReference>(point, block);
-        reference->setScaleFactors(scale);
-        reference->setRotation(*rotation);
-        if (addToModelSpace(database, std::move(reference)).isNull())
-            throw CommandFailed{L"The drawing does not take the block reference."};
+        if (!inPieces) {
+            Placing(editor).place(block);
+            return;
+        }
+        const AcDbObjectId reference = Placing(editor).placeEvenly(block);
+        std::vector<AcDbObjectId> pieces;
+        if (explodeReference(reference, pieces) != Explosion::Done)
+            throw CommandFailed{L"The block can't be taken apart."};
     }
 
 private:
@@ -69,7 +67,8 @@ private:
                 answer = last;
             if (answer.empty())
                 continue;
-            const BlockSource source = parsed(answer);
+            inPieces = answer.size() > 1 && answer[0] == L'*';
+            const BlockSource source = parsed(inPieces ? trimmed(answer.substr(1)) : answer);
             if (source.name.empty() || source.name[0] == L'*')
                 throw CommandFailed{L"\"" + source.name + L"\" is no name for a block."};
             const AcDbObjectId block = definition(source);
@@ -102,6 +101,8 @@ private:
             throw CommandFailed{L"Can't insert \"" + *file + L"\": " + statusText(status) + L"."};
         if (!existing.isNull())
             editor.console().printLine(L"Block \"" + source.name + L"\" redefined.");
+        // The drawing may have brought references of its own.
+        editor.documents().resolveReferences(*editor.documents().current());
         return block;
     }
 
@@ -126,72 +127,17 @@ private:
         table->close();
     }
 
-    AcGePoint3d askForPoint() {
-        PromptOptions options;
-        options.keywords = Keywords(L"Scale X Y Z Rotate");
-        while (true) {
-            const auto answer = line.getPoint(L"Specify insertion point or [Scale/X/Y/Z/Rotate]: ", options);
-            if (answer.value)
-                return *answer.value;
-            if (answer.keyword == L"Rotate")
-                rotation = askForRotation(std::nullopt);
-            else
-                presetScale(answer.keyword);
-        }
-    }
-
-    void presetScale(const std::wstring& option) {
-        scalePreset = true;
-        if (option == L"Scale") {
-            const double factor = askForFactor(L"Specify scale factor for XYZ axes <1>: ", 1, std::nullopt);
-            scale = {factor, factor, factor};
-        } else {
-            double& axis = option == L"X" ? scale.x : option == L"Y" ? scale.y : scale.z;
-            axis = askForFactor(L"Specify " + option + L" scale factor <1>: ", 1, std::nullopt);
-        }
-    }
-
-    void askForScale(const AcGePoint3d& point) {
-        PromptOptions options;
-        options.mayBeEmpty = true;
-        options.nonZero = true;
-        options.base = point;
-        options.keywords = Keywords(L"XYZ");
-        const auto answer = line.getNumber(L"Enter X scale factor or [XYZ] <1>: ", options);
-        const bool eachAxis = answer.keyword == L"XYZ";
-        scale.x = eachAxis ? askForFactor(L"Specify X scale factor <1>: ", 1, point) : answer.value.value_or(1);
-        scale.y = askForFactor(L"Enter Y scale factor <use X scale factor>: ", scale.x, point);
-        scale.z = eachAxis ? askForFactor(L"Specify Z scale factor <use X scale factor>: ", scale.x, point) : scale.x;
-    }
-
-    double askForFactor(const std::wstring& prompt, double byDefault, const std::optional<AcGePoint3d>& base) {
-        PromptOptions options;
-        options.mayBeEmpty = true;
-        options.nonZero = true;
-        options.base = base;
-        return line.getNumber(prompt, options).value.value_or(byDefault);
-    }
-
-    double askForRotation(const std::optional<AcGePoint3d>& base) {
-        PromptOptions options;
-        options.mayBeEmpty = true;
-        options.base = base;
-        return line.getAngle(L"Specify rotation angle <0>: ", options).value.value_or(0);
-    }
-
     Editor& editor;
     CommandLine& line;
     AcDbDatabase& database;
-    bool scalePreset = false;
-    AcGeVector3d scale{1, 1, 1};
-    std::optional<double> rotation;
+    bool inPieces = false;
 };
 
 } // namespace
 
 void addInsertCommand(Editor& editor) {
     editor.commands().addOwn(
-        {L"EDITOR", L"-INSERT", L"-INSERT", ACRX_CMD_MODAL, true, [&editor] { InsertCommand(editor).run(); }});
+        {L"EDITOR", L"-INSERT", L"-INSERT", ACRX_CMD_MODAL, [&editor] { InsertCommand(editor).run(); }});
 }
 
 } // namespace editor

@@ -24,9 +24,10 @@ void loadApplication(Editor& editor) {
     const std::wstring name = editor.commandLine().getLine(L"Enter application file name to load: ");
     if (name.empty())
         throw CommandCancelled();
-    const auto found = editor.findFile(name);
-    const std::wstring file = found ? *found : fullPath(name);
-    if (!editor.linker().loadModule(file.c_str(), true, true))
+    auto found = editor.findFile(name);
+    if (!found)
+        found = existingFile(fullPath(name));
+    if (!editor.linker().loadModule(found.value_or(name).c_str(), true, true))
         throw CommandFailed{L"\"" + name + L"\" was not loaded."};
 }
 
@@ -80,10 +81,15 @@ std::optional<VariableValue> newValue(CommandLine& line, const std::wstring& pro
 void setVariable(Editor& editor) {
     CommandLine& line = editor.commandLine();
     const std::wstring name = upperCased(line.getText(L"Enter variable name or [?]: ", false));
-    if (name.empty())
-        return;
     if (name == L"?")
         return listVariables(editor);
+    if (!name.empty())
+        askForVariable(editor, name);
+}
+
+} // namespace
+
+void askForVariable(Editor& editor, const std::wstring& name) {
     const Variable* const variable = editor.variables().find(name);
     const auto present = variable != nullptr ? variable->get() : std::nullopt;
     if (!present)
@@ -91,30 +97,21 @@ void setVariable(Editor& editor) {
     const std::wstring shown = Variables::text(*present);
     if (!variable->set)
         return editor.console().printLine(name + L" = " + shown + L" (read only)");
-    while (const auto value = newValue(line, L"Enter new value for " + name + L" <" + shown + L">: ", *present)) {
+    const std::wstring prompt = L"Enter new value for " + name + L" <" + shown + L">: ";
+    while (const auto value = newValue(editor.commandLine(), prompt, *present)) {
         if (editor.variables().set(name, *value))
             return;
         editor.console().printLine(L"This value is not accepted.");
     }
 }
 
-// The view shows the model from above and knows one way to fit it.
-void zoom(Editor& editor) {
-    const Keywords keywords(L"All Extents");
-    editor.commandLine().getKeyword(L"Enter an option [All/Extents] <E>: ", keywords, L"Extents");
-    editor.window().zoomExtents();
-}
-
-} // namespace
-
 void addSystemCommands(Editor& editor) {
     const auto add = [&editor](const wchar_t* name, int flags, void (*function)(Editor&)) {
-        editor.commands().addOwn({L"EDITOR", name, name, flags, false, [&editor, function] { function(editor); }});
+        editor.commands().addOwn({L"EDITOR", name, name, flags, [&editor, function] { function(editor); }});
     };
     add(L"ARX", ACRX_CMD_SESSION, loadApplication);
     add(L"SCRIPT", ACRX_CMD_SESSION, runScript);
     add(L"SETVAR", ACRX_CMD_SESSION | ACRX_CMD_TRANSPARENT, setVariable);
-    add(L"ZOOM", ACRX_CMD_TRANSPARENT, zoom);
 }
 
 } // namespace editor

@@ -4,9 +4,12 @@
 #include "editor/application/editor.h"
 #include "editor/application/search_path.h"
 #include "editor/application/text.h"
+#include "editor/database/external_references.h"
+#include "editor/database/undo.h"
 #include "editor/database/working_database.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <utility>
 
@@ -62,8 +65,21 @@ std::wstring Document::title() const {
 }
 
 int Document::saveAs(const std::wstring& file, AcDb::AcDbDwgVersion version) {
+    const bool isOwn = fromFile && sameFile(file, path);
+    if (isOwn && readOnly)
+        return Acad::eFileAccessErr;
+    std::unique_ptr<LockFile> newLock;
+    if (!isOwn || !lock) {
+        std::optional<LockFile::Holder> holder;
+        newLock = LockFile::take(file, holder);
+        if (holder)
+            return Acad::eFileSharingViolation;
+    }
     if (const int status = drawing->saveAs(file.c_str(), false, version); status != eOk)
         return status;
+    if (newLock)
+        lock = std::move(newLock);
+    readOnly = false;
     path = file;
     fromFile = true;
     changed = false;
@@ -79,7 +95,18 @@ Document& DocumentManager::create() {
     return *current();
 }
 
-int DocumentManager::open(const std::wstring& file) {
+namespace {
+
+bool isWriteProtected(const std::wstring& file) {
+    std::error_code failure;
+    const auto rights = std::filesystem::status(std::filesystem::path(toUtf8(file)), failure).permissions();
+    using std::filesystem::perms;
+    return !failure && (rights & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none;
+}
+
+} // namespace
+
+int DocumentManager::open(const std::wstring& file, bool readOnly) {
     const auto found = existingFile(file);
     if (!found)
         return Acad::eFileNotFound;
@@ -89,14 +116,66 @@ int DocumentManager::open(const std::wstring& file) {
             return eOk;
         }
     }
+    readOnly = readOnly || isWriteProtected(*found);
+    std::unique_ptr<LockFile> lock;
+    if (!readOnly) {
+        std::optional<LockFile::Holder> holder;
+        lock = LockFile::take(*found, holder);
+        if (holder) {
+            const std::wstring user = holder->user.empty() ? L"another user" : holder->user;
+            const std::wstring machine = holder->machine.empty() ? L"" : L" on " + holder->machine;
+            editor.console().printLine(L"\"" + *found + L"\" is currently in use by " + user + machine + L".");
+            return Acad::eFileSharingViolation;
+        }
+    }
     auto database = std::make_unique<AcDbDatabase>(false);
     if (const int status = database->readDwgFile(found->c_str()); status != eOk)
         return status;
-    add(std::make_unique<Document>(*found, std::move(database), true));
+    auto document = std::make_unique<Document>(*found, std::move(database), true);
+    document->readOnly = readOnly;
+    document->lock = std::move(lock);
+    if (readOnly)
+        editor.console().printLine(L"\"" + *found + L"\" is opened read-only.");
+    resolveReferences(*document);
+    add(std::move(document));
     return eOk;
 }
 
+int DocumentManager::openAnyWay(const std::wstring& file) {
+    const int status = open(file);
+    return status == Acad::eFileSharingViolation ? open(file, true) : status;
+}
+
+std::optional<std::wstring> DocumentManager::findReference(const Document& document, const std::wstring& path) const {
+    const std::wstring name = fileNameOf(path);
+    std::vector<std::wstring> places;
+    if (isFullPath(path))
+        places.push_back(path);
+    else
+        places.push_back(joined(document.folder(), path));
+    places.push_back(joined(document.folder(), name));
+    for (const std::wstring& place : places) {
+        if (auto found = existingFile(fullPath(place)))
+            return found;
+    }
+    return editor.findFile(name);
+}
+
+void DocumentManager::resolveReferences(Document& document) {
+    const ReferenceFinder find = [&](const std::wstring& path) { return findReference(document, path); };
+    for (const ExternalReference& reference : externalReferences(*document.database())) {
+        if (reference.loaded)
+            continue;
+        editor.console().printLine(L"Resolve Xref \"" + reference.name + L"\": " + reference.path);
+        const int status = loadReference(reference.block, find);
+        editor.console().printLine(status == eOk
+                                       ? L"\"" + reference.name + L"\" loaded."
+                                       : L"\"" + reference.path + L"\" can't be loaded: " + statusText(status) + L".");
+    }
+}
+
 void DocumentManager::add(std::unique_ptr<Document> document) {
+    recordUndo(*document->database());
     documents.push_back(std::move(document));
     makeCurrent(documents.back().get());
     editor.linker().send(AcRx::kLoadDwgMsg);
@@ -163,7 +242,7 @@ int DocumentManager::appContextOpenDocument(const wchar_t* file) {
         return Acad::eInvalidInput;
     if (!isApplicationContext())
         return Acad::eNotApplicable;
-    const int status = open(fullPath(file));
+    const int status = openAnyWay(fullPath(file));
     if (status != eOk)
         editor.console().printLine(L"Can't open \"" + std::wstring(file) + L"\": " + statusText(status) + L".");
     return status;

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "editor/application/lock_file.h"
+#include "editor/application/services.h"
 #include "editor/sdk/documents.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,9 +34,18 @@ public:
     /// The release that the drawing is saved in.
     AcDb::AcDbDwgVersion version() const { return release; }
     void setVersion(AcDb::AcDbDwgVersion version) { release = version; }
-    /// Saves under a name, which becomes the drawing's own. An Acad status.
+    /// Opened without the right to save under its own name: the file is write-protected, or somebody has it open.
+    bool isReadOnly() const { return readOnly; }
+    /// Saves under a name, which becomes the drawing's own. An Acad status: eFileSharingViolation where somebody has
+    /// that drawing open, eFileAccessErr for the own name of a drawing that is read-only.
     int saveAs(const std::wstring& file, AcDb::AcDbDwgVersion version);
     int locks() const { return lockCount; }
+
+    /// Views that were left by zooming, the latest last.
+    std::vector<View> views;
+    /// Depths of the undo history that the user has marked, and where a group that is still open began.
+    std::vector<std::size_t> undoMarks;
+    std::optional<std::size_t> undoBegin;
 
 private:
     friend class DocumentManager;
@@ -43,6 +55,8 @@ private:
     bool changed = false;
     AcDb::AcDbDwgVersion release = AcDb::kDHL_1015;
     int lockCount = 0;
+    bool readOnly = false;
+    std::unique_ptr<LockFile> lock;
 };
 
 /// The drawings that are open, in the order of opening. Every change is told to the window.
@@ -52,9 +66,16 @@ public:
 
     /// A new empty drawing, made current; named "Drawing1.dwg", "Drawing2.dwg" ...
     Document& create();
-    /// Opens a file by full path and makes it current; one that is open already is only made current. Gives the Acad
-    /// status of a failure.
-    int open(const std::wstring& file);
+    /// Opens a file by full path and makes it current; one that is open already is only made current. External
+    /// references are looked for and read. Gives the Acad status of a failure: eFileSharingViolation, with the reason
+    /// on the command line, where somebody has the drawing open and it isn't opened read-only.
+    int open(const std::wstring& file, bool readOnly = false);
+    /// Opens read-only what can't be opened for writing.
+    int openAnyWay(const std::wstring& file);
+    /// Reads the external references of a drawing that weren't read yet, and tells of each.
+    void resolveReferences(Document& document);
+    /// Where the file of an external reference lies: by its path, beside the drawing, on the support path.
+    std::optional<std::wstring> findReference(const Document& document, const std::wstring& path) const;
     /// Closes without a question. The drawing that was current before it becomes current.
     void close(Document& document);
     Document* current() const { return active.empty() ? nullptr : active.back(); }

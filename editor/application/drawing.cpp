@@ -106,6 +106,21 @@ std::wstring statusText(int status) {
         return L"the file is damaged or can't be written";
     case Acad::eFileSharingViolation:
         return L"the file is in use";
+    case Acad::eNotApplicable:
+        return L"this can't be done with it";
+    case Acad::eSelfReference:
+        return L"the drawing would contain itself";
+    case Acad::eDuplicateRecordName:
+        return L"the name is in use";
+    case Acad::eInvalidInput:
+        return L"the name or value is not valid";
+    case Acad::eCannotBeErasedByCaller:
+        return L"a drawing can't do without it";
+    case Acad::eObjectIsReferenced:
+        return L"it is in use";
+    case Acad::eWasOpenForRead:
+    case Acad::eWasOpenForWrite:
+        return L"it is in use elsewhere";
     case Acad::eNotImplementedYet:
         return L"this is not supported";
     default:

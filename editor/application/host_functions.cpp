@@ -148,13 +148,12 @@ int acedGetSym(const wchar_t* name, resbuf** value) {
     resbuf* const element = acutNewRb(RTNIL);
     if (element == nullptr)
         return RTERROR;
-    const int result =
-        std::visit(Overloaded{[&](int whole) { return giveWhole(*element, whole); },
-                              [&](double real) { return giveReal(*element, real); },
-                              [&](const std::wstring& text) { return giveText(*element, text); },
-                              [&](const AcDbObjectId& object) { return giveObject(*element, object); },
-                              [](std::monostate) { return RTNORM; }},
-                   held);
+    const int result = std::visit(Overloaded{[&](int whole) { return giveWhole(*element, whole); },
+                                             [&](double real) { return giveReal(*element, real); },
+                                             [&](const std::wstring& text) { return giveText(*element, text); },
+                                             [&](const AcDbObjectId& object) { return giveObject(*element, object); },
+                                             [](std::monostate) { return RTNORM; }},
+                                  held);
     *value = element;
     return result;
 }

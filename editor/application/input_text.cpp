@@ -52,10 +52,8 @@ bool InputText::cancelAt(std::size_t position) const {
 }
 
 InputText::Answer InputText::take(AnswerEnd end) {
-    if (cancelAt(at)) {
-        at += 2;
-        return {Answer::Kind::Cancel, {}};
-    }
+    if (cancelAt(at))
+        return takeCancel(at + 2);
     if (end == AnswerEnd::BlankOrLine && text[at] == L'(')
         return takeExpression();
     const std::wstring_view ends = end == AnswerEnd::Line ? L"\n\x1B" : L" \n\x1B";
@@ -64,18 +62,22 @@ InputText::Answer InputText::take(AnswerEnd end) {
         return {Answer::Kind::Unfinished, text.substr(at)};
     Answer answer{Answer::Kind::Text, text.substr(at, stop - at)};
     if (text[stop] == escape)
-        answer = {Answer::Kind::Cancel, {}};
+        return takeCancel(stop + 1);
     at = stop + 1;
     return answer;
+}
+
+// A cancel that ends its line takes the line end along: no empty answer follows it.
+InputText::Answer InputText::takeCancel(std::size_t behind) {
+    at = behind < text.size() && text[behind] == L'\n' ? behind + 1 : behind;
+    return {Answer::Kind::Cancel, {}};
 }
 
 InputText::Answer InputText::takeExpression() {
     const auto stop = expressionEnd(text, at);
     const auto cancel = text.find(escape, at);
-    if (cancel < stop) {
-        at = cancel + 1;
-        return {Answer::Kind::Cancel, {}};
-    }
+    if (cancel < stop)
+        return takeCancel(cancel + 1);
     if (stop == std::wstring::npos)
         return {Answer::Kind::Unfinished, text.substr(at)};
     Answer answer{Answer::Kind::Expression, text.substr(at, stop - at)};

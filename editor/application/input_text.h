@@ -16,7 +16,7 @@ public:
         enum class Kind {
             Text,       ///< `text` holds it, empty for Enter alone
             Expression, ///< `text` holds it with its parentheses
-            Cancel,     ///< Escape, or ^C at the start of an answer
+            Cancel,     ///< Escape, or ^C at the start of an answer; the line end right behind it belongs to it
             Unfinished, ///< what is left has no end yet: `text` holds it, and nothing was taken
         };
         Kind kind = Kind::Text;
@@ -36,6 +36,7 @@ public:
 
 private:
     Answer takeExpression();
+    Answer takeCancel(std::size_t behind);
     bool cancelAt(std::size_t position) const;
 
     std::wstring text;

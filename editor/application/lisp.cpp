@@ -4,6 +4,7 @@
 #include "editor/application/numbers.h"
 #include "editor/application/text.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace editor {
@@ -25,10 +26,24 @@ public:
         return result;
     }
 
+    LispValue all() {
+        LispValue result;
+        for (skipBlanks(); !rest.empty(); skipBlanks())
+            result = value(0);
+        return result;
+    }
+
 private:
     void skipBlanks() {
-        while (!rest.empty() && (rest[0] == L' ' || rest[0] == L'\n' || rest[0] == L'\t' || rest[0] == L'\r'))
-            rest.remove_prefix(1);
+        constexpr std::wstring_view blanks = L" \n\t\r\f\uFEFF";
+        while (!rest.empty()) {
+            if (rest[0] == L';')
+                rest.remove_prefix(std::min(rest.find(L'\n'), rest.size()));
+            else if (blanks.find(rest[0]) != std::wstring_view::npos)
+                rest.remove_prefix(1);
+            else
+                return;
+        }
     }
 
     wchar_t next() {
@@ -70,7 +85,7 @@ private:
     }
 
     std::wstring word() {
-        const auto end = std::min(rest.find_first_of(L" \n\t\r()\""), rest.size());
+        const auto end = std::min(rest.find_first_of(L" \n\t\r\f;()\""), rest.size());
         std::wstring text(rest.substr(0, end));
         rest.remove_prefix(end);
         return text;
@@ -136,6 +151,10 @@ void Lisp::setSymbol(std::wstring_view name, LispValue value) {
 
 LispValue Lisp::evaluate(std::wstring_view expression) {
     return Evaluator(*this, entlast, expression).whole();
+}
+
+LispValue Lisp::evaluateAll(std::wstring_view expressions) {
+    return Evaluator(*this, entlast, expressions).all();
 }
 
 std::wstring Lisp::text(const LispValue& value) {

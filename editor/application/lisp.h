@@ -30,6 +30,9 @@ public:
     void setSymbol(std::wstring_view name, LispValue value);
     /// Throws LispError where it can't be evaluated.
     LispValue evaluate(std::wstring_view expression);
+    /// The expressions of a file, one after the other, with their comments (from a semicolon on); the last one's value.
+    /// Throws LispError at the first that can't be evaluated; those before it stand.
+    LispValue evaluateAll(std::wstring_view expressions);
 
     /// A value as the command line shows it.
     static std::wstring text(const LispValue& value);

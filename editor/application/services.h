@@ -30,7 +30,7 @@ struct Prompt {
     std::optional<AcGePoint3d> base; ///< a rubber band is drawn from here
     bool wholeLine = false;          ///< blanks belong to the answer; otherwise a blank ends it like Enter
     bool rectangle = false;          ///< the rubber band is a rectangle with `base` as its other corner
-    std::optional<Ghost> ghost;      ///< shown at the pointer
+    std::optional<Ghost> ghost{};    ///< shown at the pointer
 };
 
 /// One thing that the user did.

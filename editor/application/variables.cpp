@@ -116,6 +116,7 @@ void Variables::addOfSession() {
     addInteger(L"FILEDIA", 1, 0, 1);
     addInteger(L"CMDECHO", 1, 0, 1);
     addInteger(L"EXPERT", 0, 0, 5);
+    addInteger(L"ATTREQ", 1, 0, 1);
     table.push_back({L"INSNAME", [this] { return Value(insertName); },
                      [this](const VariableValue& value) {
                          insertName = std::get<std::wstring>(value);

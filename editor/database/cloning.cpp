@@ -191,13 +191,13 @@ void Cloner::setReactors(dwg::Object& copy, const dwg::Object& original) const {
 
 std::vector<dwg::Handle> Cloner::commit() {
     for (dwg::Object& copy : copies)
-        target.drawing.add(std::move(copy));
+        target.add(std::move(copy));
     for (const dwg::Handle entity : definitionEntities)
         target.drawing.setOwner(*target.drawing.find(entity), definition);
     for (const TableEntry& entry : tableEntries)
         target.enter(*target.table(entry.tableType), entry.record);
     for (const DictionaryEntry& entry : dictionaryEntries) {
-        dwg::Object* const object = target.drawing.find(entry.dictionary);
+        dwg::Object* const object = target.change(entry.dictionary);
         auto* const dictionary = object == nullptr ? nullptr : object->as<dwg::Dictionary>();
         if (dictionary == nullptr)
             continue;

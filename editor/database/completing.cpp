@@ -51,7 +51,7 @@ void AcDbDatabase::Impl::complete(dwg::Object& object) {
         const dwg::Handle zero = findRecord(layerControl, L"0");
         const auto addFrame = [&](dwg::Object frame) {
             frame.handle = drawing.newHandle();
-            return drawing.add(std::move(frame))->handle;
+            return add(std::move(frame)).handle;
         };
         const dwg::BlockBegin begin{definition->head.name};
         definition->begin.value = addFrame(frameEntity(block, begin, object.handle, zero));
@@ -60,7 +60,7 @@ void AcDbDatabase::Impl::complete(dwg::Object& object) {
 }
 
 void AcDbDatabase::Impl::renameFrame(const dwg::BlockHeader& block, const wchar_t* name) {
-    dwg::Object* const frame = drawing.find(block.begin);
+    dwg::Object* const frame = change(block.begin.value);
     auto* const begin = frame == nullptr ? nullptr : frame->as<dwg::BlockBegin>();
     if (begin == nullptr)
         return;

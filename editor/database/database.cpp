@@ -120,6 +120,7 @@ int AcDbDatabase::setClayer(AcDbObjectId layer) {
     // Nothing can be drawn on a frozen layer.
     if ((record->flags & dwg::Layer::frozen) != 0)
         return Acad::eInvalidInput;
+    state->changeHeader();
     state->header.CLAYER.value = layer.handle;
     return eOk;
 }
@@ -129,6 +130,7 @@ double AcDbDatabase::userr4() const {
 }
 
 int AcDbDatabase::setUserr4(double value) {
+    state->changeHeader();
     state->header.USERR4 = value;
     return eOk;
 }
@@ -140,6 +142,7 @@ double AcDbDatabase::dimscale() const {
 int AcDbDatabase::setDimscale(double value) {
     if (!(value >= 0))
         return Acad::eOutOfRange;
+    state->changeHeader();
     state->header.DIMSCALE = value;
     return eOk;
 }
@@ -149,6 +152,7 @@ AcGePoint3d AcDbDatabase::insbase() const {
 }
 
 int AcDbDatabase::setInsbase(const AcGePoint3d& point) {
+    state->changeHeader();
     state->header.INSBASE = editor::fromPoint(point);
     return eOk;
 }

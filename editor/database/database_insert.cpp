@@ -12,7 +12,7 @@ namespace {
 dwg::Object& definitionNamed(AcDbDatabase::Impl& database, dwg::Handle existing, dwg::Handle reserved,
                              const wchar_t* name) {
     if (existing != 0)
-        return *database.drawing.find(existing);
+        return *database.change(existing);
     dwg::BlockHeader header;
     header.head.name = name;
     dwg::Object object;
@@ -21,7 +21,7 @@ dwg::Object& definitionNamed(AcDbDatabase::Impl& database, dwg::Handle existing,
     dwg::Object& table = *database.table(blockControl);
     object.owner = {dwg::handle_code::softPointer, table.handle};
     object.body = std::move(header);
-    dwg::Object& added = *database.drawing.add(std::move(object));
+    dwg::Object& added = database.add(std::move(object));
     database.enter(table, added.handle);
     database.complete(added);
     return added;
@@ -49,6 +49,7 @@ int AcDbDatabase::insert(AcDbObjectId& id, const wchar_t* blockName, AcDbDatabas
     if (existing != 0 && state->isIndispensable(*state->drawing.find(existing)))
         return Acad::eInvalidInput;
     const dwg::Handle reserved = existing != 0 ? existing : state->drawing.newHandle();
+    state->changeClasses();
     editor::Cloner cloner(*source->state, *state);
     cloner.planModelSpace(reserved, blockName);
     const bool isCircular =

@@ -1,9 +1,11 @@
 #include "editor/database/database_state.h"
 
+#include "editor/database/journal.h"
 #include "editor/database/names.h"
 #include "editor/dwg/dimension_style_table.h"
 
 #include <algorithm>
+#include <string>
 
 using namespace dwg::object_type;
 
@@ -29,6 +31,76 @@ const dwg::Object* AcDbDatabase::Impl::live(dwg::Handle handle) const {
     return isErased(handle) ? nullptr : drawing.find(handle);
 }
 
+dwg::Object* AcDbDatabase::Impl::change(dwg::Handle handle) {
+    if (journal)
+        journal->touch(handle);
+    return drawing.find(handle);
+}
+
+dwg::Object& AcDbDatabase::Impl::add(dwg::Object object) {
+    if (journal)
+        journal->touch(object.handle);
+    return *drawing.add(std::move(object));
+}
+
+void AcDbDatabase::Impl::changeHeader() {
+    if (journal)
+        journal->touchHeader();
+}
+
+void AcDbDatabase::Impl::changeClasses() {
+    if (journal)
+        journal->touchClasses();
+}
+
+void AcDbDatabase::Impl::markErased(dwg::Handle handle, bool isErasedNow) {
+    if (isErasedNow)
+        erased.insert(handle);
+    else
+        erased.erase(handle);
+}
+
+std::unique_ptr<dwg::Object> AcDbDatabase::Impl::takeOut(dwg::Handle handle) {
+    dwg::Object* const object = drawing.find(handle);
+    auto taken = std::make_unique<dwg::Object>(std::move(*object));
+    taken->handle = handle;
+    if (const auto wrapper = opened.find(handle); wrapper != opened.end()) {
+        AcDbObject::Impl& state = *wrapper->second->impl();
+        state.own = std::make_unique<dwg::Object>(*taken);
+        state.object = state.own.get();
+    }
+    drawing.remove(handle);
+    return taken;
+}
+
+void AcDbDatabase::Impl::putBack(dwg::Object object) {
+    dwg::Object& there = *drawing.add(std::move(object));
+    if (const auto wrapper = opened.find(there.handle); wrapper != opened.end()) {
+        AcDbObject::Impl& state = *wrapper->second->impl();
+        state.object = &there;
+        state.own.reset();
+    }
+}
+
+dwg::Object& AcDbDatabase::Impl::addAnonymousBlock() {
+    std::wstring name;
+    for (int number = 1; name.empty() || findRecord(blockControl, name) != 0; ++number)
+        name = L"*U" + std::to_wstring(number);
+    dwg::BlockHeader definition;
+    definition.head.name = name;
+    definition.anonymous = true;
+    dwg::Object& control = *table(blockControl);
+    dwg::Object object;
+    object.handle = drawing.newHandle();
+    object.type = blockHeader;
+    object.owner = {dwg::handle_code::softPointer, control.handle};
+    object.body = std::move(definition);
+    dwg::Object& added = add(std::move(object));
+    enter(control, added.handle);
+    complete(added);
+    return added;
+}
+
 int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::OpenMode mode) {
     result = nullptr;
     if (handle == 0)
@@ -47,6 +119,7 @@ int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::Open
     if (mode == AcDb::kForWrite) {
         if (state.readers > 0)
             return Acad::eWasOpenForRead;
+        change(handle);
         state.writing = true;
     } else {
         ++state.readers;
@@ -58,7 +131,7 @@ int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::Open
 dwg::Object& AcDbDatabase::Impl::take(AcDbObject* object) {
     AcDbObject::Impl& state = *object->impl();
     state.own->handle = drawing.newHandle();
-    dwg::Object& added = *drawing.add(std::move(*state.own));
+    dwg::Object& added = add(std::move(*state.own));
     state.own.reset();
     state.object = &added;
     state.database = &self;
@@ -112,6 +185,7 @@ dwg::Handle AcDbDatabase::Impl::findRecord(std::uint16_t tableType, std::wstring
 
 void AcDbDatabase::Impl::enter(dwg::Object& table, dwg::Handle record) {
     const dwg::HandleRef reference{dwg::handle_code::softOwner, record};
+    change(table.handle);
     if (auto* const blocks = table.as<dwg::BlockControl>())
         blocks->records.push_back(reference);
     else if (auto* const control = table.as<dwg::TableControl>())

@@ -5,10 +5,15 @@
 #include "editor/dwg/thumbnail.h"
 
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
+
+namespace editor {
+class Journal;
+} // namespace editor
 
 /// A drawing with what its database adds: one interface object for each object that was ever opened, who is erased, and
 /// what the next save embeds.
@@ -29,6 +34,11 @@ struct AcDbDatabase::Impl {
     std::uint16_t measurement = 0;
     bool retainPictures = false;
     std::string givenBitmap;
+    /// Remembers changes so that they can be taken back; null where nobody wants that. Everything that changes the
+    /// drawing goes through the functions below, which tell it.
+    std::shared_ptr<editor::Journal> journal;
+    /// The drawings that external references show, by their block records.
+    std::unordered_map<dwg::Handle, std::shared_ptr<AcDbDatabase>> references;
 
     /// Gets ready for a drawing that was just put in place.
     void adopt();
@@ -39,6 +49,17 @@ struct AcDbDatabase::Impl {
     /// The object, unless there is none or it is erased.
     const dwg::Object* live(dwg::Handle handle) const;
     dwg::Object* live(dwg::Handle handle);
+
+    /// The object, to be changed; null where there is none.
+    dwg::Object* change(dwg::Handle handle);
+    /// Makes a new object part of the drawing; its handle is one that newHandle gave.
+    dwg::Object& add(dwg::Object object);
+    /// A new definition without entities, "*U1", "*U2" ...
+    dwg::Object& addAnonymousBlock();
+    /// Before a variable in `header` is changed.
+    void changeHeader();
+    /// Before classes are added to the drawing.
+    void changeClasses();
 
     int open(AcDbObject*& result, dwg::Handle handle, AcDb::OpenMode mode);
     template <class T> int openAs(T*& result, dwg::Handle handle, AcDb::OpenMode mode) {
@@ -87,6 +108,11 @@ struct AcDbDatabase::Impl {
     /// Drops erased objects from the drawing, with what refers to them. Their interface objects stay, on objects of
     /// their own, so that pointers to them do no harm.
     void purgeErased();
+
+    // For the journal: without telling it.
+    std::unique_ptr<dwg::Object> takeOut(dwg::Handle handle);
+    void putBack(dwg::Object object);
+    void markErased(dwg::Handle handle, bool isErased);
 
 private:
     std::unordered_map<dwg::Handle, std::unique_ptr<AcDbObject>> opened;

@@ -23,7 +23,7 @@ void changeWithParts(AcDbObject::Impl& state, bool withParts, const std::functio
     if (!withParts || chain == nullptr || state.database == nullptr)
         return;
     const auto changePart = [&](dwg::Handle handle) {
-        dwg::Object* const part = state.database->impl()->drawing.find(handle);
+        dwg::Object* const part = state.database->impl()->change(handle);
         if (part == nullptr || !part->isEntity())
             return;
         change(*part->entity);

@@ -1,4 +1,5 @@
 #include "editor/database/database_state.h"
+#include "editor/database/journal.h"
 #include "editor/database/names.h"
 #include "editor/database/references.h"
 #include "editor/dwg/dimension_style_table.h"
@@ -80,10 +81,9 @@ int AcDbDatabase::Impl::refusalToErase(const dwg::Object& object) const {
 
 void AcDbDatabase::Impl::setErased(dwg::Object& object, bool erasing) {
     const auto set = [&](dwg::Handle handle) {
-        if (erasing)
-            erased.insert(handle);
-        else
-            erased.erase(handle);
+        if (journal)
+            journal->touchErasure(handle);
+        markErased(handle, erasing);
     };
     set(object.handle);
     if (const dwg::OwnedChain* const chain = dwg::ownedChain(object)) {
@@ -112,6 +112,7 @@ void AcDbDatabase::Impl::purgeErased() {
         editor::visitReferences(*object, [&](dwg::Handle handle) { names = names || isErased(handle); });
         if (!names)
             continue;
+        change(object->handle);
         if (auto* const carried = object->as<dwg::Carried>();
             carried != nullptr && object->type == dimensionStyleControl) {
             for (const dwg::HandleRef style : dwg::dimensionStyles(*carried)) {
@@ -134,13 +135,11 @@ void AcDbDatabase::Impl::purgeErased() {
             std::erase_if(dictionary->items, [](const auto& item) { return item.object.isNull(); });
     }
     for (const dwg::Handle handle : erased) {
-        const auto wrapper = opened.find(handle);
-        if (dwg::Object* const object = drawing.find(handle); object != nullptr && wrapper != opened.end()) {
-            AcDbObject::Impl& state = *wrapper->second->impl();
-            state.own = std::make_unique<dwg::Object>(std::move(*object));
-            state.object = state.own.get();
-            state.object->handle = handle;
-        }
-        drawing.remove(handle);
+        if (drawing.find(handle) == nullptr)
+            continue;
+        change(handle);
+        takeOut(handle);
     }
+    if (journal)
+        journal->joinToLast();
 }

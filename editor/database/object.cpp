@@ -27,6 +27,7 @@ int AcDbObject::upgradeOpen() {
     if (state->readers != 1)
         return Acad::eWasOpenForRead;
     state->readers = 0;
+    state->database->impl()->change(state->object->handle);
     state->writing = true;
     return eOk;
 }

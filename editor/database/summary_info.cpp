@@ -49,5 +49,16 @@ int acdbPutSummaryInfo(const AcDbDatabaseSummaryInfo* info, AcDbDatabase* databa
     AcDbDatabase* const target = database != nullptr ? database : summary->database();
     if (!target->impl()->hasDrawing())
         return Acad::eNoDatabase;
+    // The record may be one of those that hang on the dictionary, or the next object to be made.
+    dwg::Drawing& drawing = target->impl()->drawing;
+    if (const dwg::Object* const names = drawing.namedObjects();
+        names != nullptr && target->impl()->journal && names->as<dwg::Dictionary>() != nullptr) {
+        target->impl()->change(names->handle);
+        target->impl()->change(drawing.handleSeed());
+        for (const auto& item : names->as<dwg::Dictionary>()->items) {
+            if (drawing.body<dwg::DataRecord>(item.object) != nullptr)
+                target->impl()->change(item.object.value);
+        }
+    }
     return dwg::writeSummaryRecord(target->impl()->drawing, summary->content()) ? eOk : Acad::eKeyNotFound;
 }

@@ -111,7 +111,7 @@ TEST_F(Batch, RealDrawingsAreInsertedSavedAndFoundAgain) {
     if (drawings.empty())
         GTEST_SKIP() << "no shared drawings";
     std::vector<std::string> blocks;
-    std::string script = "NEW\n";
+    std::string script = "ATTREQ 0\nNEW\n";
     for (const auto& entry : std::filesystem::directory_iterator(drawings / "2000")) {
         if (entry.path().extension() != ".dwg")
             continue;

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 class Prompts : public testing::Test {
 protected:
     void ask(std::function<void(CommandLine&)> function, const std::wstring& text) {
-        session.editor.commands().addOwn({L"TEST", L"ASK", L"ASK", ACRX_CMD_MODAL, false,
+        session.editor.commands().addOwn({L"TEST", L"ASK", L"ASK", ACRX_CMD_MODAL,
                                           [this, function] { function(session.editor.commandLine()); }});
         session.editor.execute(text);
     }
@@ -178,7 +178,7 @@ TEST_F(Prompts, ATransparentCommandRunsInsideAPrompt) {
     EXPECT_EQ(line(L"ASK\nplain\n"), "plain");
     double number = 0;
     ask([&](CommandLine& prompts) { number = *prompts.getNumber(L"Number: ").value; }, L"");
-    session.editor.commands().addOwn({L"TEST", L"COUNT", L"COUNT", ACRX_CMD_MODAL, false,
+    session.editor.commands().addOwn({L"TEST", L"COUNT", L"COUNT", ACRX_CMD_MODAL,
                                       [&] { number = *session.editor.commandLine().getNumber(L"Number: ").value; }});
     session.editor.execute(L"COUNT\n'SETVAR USERR4 2.5\n12\n");
     EXPECT_EQ(number, 12);

@@ -32,6 +32,7 @@ public:
                             bool echoString) override {
         EXPECT_EQ(target, &document);
         PlacementTest::current->sent.push_back({text, activate, wrapUpInactiveDoc, echoString});
+        PlacementTest::current->layersAtSending.push_back(PlacementTest::current->drawing.clayer());
         return 0;
     }
 

@@ -31,6 +31,7 @@ public:
 
     AcDbDatabase drawing;
     std::vector<SentText> sent;
+    std::vector<AcDbObjectId> layersAtSending;    ///< the current layer when each of them was queued
     std::map<std::wstring, double> reals;         ///< variables that hold a real number
     std::map<std::wstring, short> shorts;         ///< variables that were set
     std::vector<std::vector<std::wstring>> lists; ///< what acedCmdS was given, elements as text

@@ -1,0 +1,161 @@
+#include "editor/application/placing.h"
+
+#include "editor/application/drawing.h"
+#include "editor/application/editor.h"
+#include "editor/database/attributes.h"
+
+#include <memory>
+#include <vector>
+
+namespace editor {
+
+namespace {
+
+double& axisOf(AcGeVector3d& vector, wchar_t axis) {
+    return axis == L'X' ? vector.x : axis == L'Y' ? vector.y : vector.z;
+}
+
+} // namespace
+
+Placing::Placing(Editor& running) : editor(running), line(running.commandLine()) {}
+
+AcDbObjectId Placing::place(AcDbObjectId block) {
+    const AcGePoint3d point = askForPoint(block);
+    if (!scalePreset)
+        askForScale(point);
+    if (!rotation)
+        rotation = askForRotation(L"Specify rotation angle <0>: ", point);
+    const AcDbObjectId reference = add(block, point);
+    askForAttributes(block, reference);
+    return reference;
+}
+
+AcDbObjectId Placing::placeEvenly(AcDbObjectId block) {
+    PromptOptions options;
+    options.ghost = Ghost{block, shownScale, shownRotation};
+    const AcGePoint3d point = *line.getPoint(L"Specify insertion point for block: ", options).value;
+    const double factor = askForFactor(L"Specify scale factor for XYZ axes <1>: ", 1, point);
+    scale = {factor, factor, factor};
+    rotation = askForRotation(L"Specify rotation angle <0>: ", point);
+    return add(block, point);
+}
+
+AcGePoint3d Placing::askForPoint(AcDbObjectId block) {
+    PromptOptions options;
+    options.keywords = Keywords(L"Basepoint Scale X Y Z Rotate PScale PX PY PZ PRotate");
+    while (true) {
+        options.ghost = Ghost{block, shownScale, rotation.value_or(shownRotation)};
+        const auto answer = line.getPoint(L"Specify insertion point or [Basepoint/Scale/X/Y/Z/Rotate]: ", options);
+        if (answer.value)
+            return *answer.value;
+        preset(answer.keyword, block);
+    }
+}
+
+void Placing::preset(const std::wstring& option, AcDbObjectId block) {
+    if (option == L"Basepoint") {
+        const auto base = line.getPoint(L"Specify base point: ").value;
+        AcDbBlockTableRecord* record = nullptr;
+        if (acdbOpenObject(record, block, AcDb::kForWrite) != eOk)
+            return;
+        record->setOrigin(*base);
+        record->close();
+    } else if (option == L"Rotate" || option == L"PRotate") {
+        const double angle = askForRotation(L"Specify rotation angle <0>: ", std::nullopt);
+        if (option == L"Rotate")
+            rotation = angle;
+        shownRotation = angle;
+    } else {
+        const bool isPreview = option.front() == L'P';
+        const std::wstring axis = isPreview ? option.substr(1) : option;
+        const bool isWhole = axis == L"Scale";
+        const double factor = askForFactor(isWhole ? L"Specify scale factor for XYZ axes <1>: "
+                                                   : L"Specify " + axis + L" scale factor <1>: ",
+                                           1, std::nullopt);
+        for (const wchar_t each : {L'X', L'Y', L'Z'}) {
+            if (isWhole || each == axis.front())
+                axisOf(shownScale, each) = factor;
+        }
+        if (isPreview)
+            return;
+        scalePreset = true;
+        scale = shownScale;
+    }
+}
+
+void Placing::askForScale(const AcGePoint3d& point) {
+    PromptOptions options;
+    options.mayBeEmpty = true;
+    options.nonZero = true;
+    options.base = point;
+    options.keywords = Keywords(L"Corner XYZ");
+    const auto answer =
+        line.getNumber(L"Enter X scale factor, specify opposite corner, or [Corner/XYZ] <1>: ", options);
+    if (answer.keyword == L"Corner") {
+        PromptOptions box;
+        box.base = point;
+        box.rectangle = true;
+        while (true) {
+            const AcGeVector3d reach = *line.getPoint(L"Specify opposite corner: ", box).value - point;
+            if (reach.x != 0 && reach.y != 0) {
+                scale = {reach.x, reach.y, reach.x};
+                return;
+            }
+            editor.console().printLine(L"Value must be nonzero.");
+        }
+    }
+    const bool eachAxis = answer.keyword == L"XYZ";
+    scale.x = eachAxis ? askForFactor(L"Specify X scale factor or [Corner] <1>: ", 1, point) : answer.value.value_or(1);
+    scale.y = askForFactor(L"Enter Y scale factor <use X scale factor>: ", scale.x, point);
+    scale.z = eachAxis ? askForFactor(L"Specify Z scale factor <use X scale factor>: ", scale.x, point) : scale.x;
+}
+
+double Placing::askForFactor(const std::wstring& prompt, double byDefault, const std::optional<AcGePoint3d>& base) {
+    PromptOptions options;
+    options.mayBeEmpty = true;
+    options.nonZero = true;
+    options.base = base;
+    return line.getNumber(prompt, options).value.value_or(byDefault);
+}
+
+double Placing::askForRotation(const std::wstring& prompt, const std::optional<AcGePoint3d>& base) {
+    PromptOptions options;
+    options.mayBeEmpty = true;
+    options.base = base;
+    return line.getAngle(prompt, options).value.value_or(0);
+}
+
+AcDbObjectId Placing::add(AcDbObjectId block, const AcGePoint3d& point) {
+    auto reference = std::make_unique<AcDbBlockReference>(point, block);
+    reference->setScaleFactors(scale);
+    reference->setRotation(*rotation);
+    const AcDbObjectId added = addToModelSpace(*acdbHostApplicationServices()->workingDatabase(), std::move(reference));
+    if (added.isNull())
+        throw CommandFailed{L"The drawing does not take the block reference."};
+    return added;
+}
+
+void Placing::askForAttributes(AcDbObjectId block, AcDbObjectId reference) {
+    const auto questions = attributeQuestions(block);
+    if (questions.empty())
+        return;
+    const bool asks = std::get<int>(*editor.variables().get(L"ATTREQ")) != 0;
+    std::vector<std::wstring> values;
+    bool headed = false;
+    for (const AttributeQuestion& question : questions) {
+        std::wstring value;
+        if (asks && !question.preset) {
+            if (!headed)
+                editor.console().printLine(L"Enter attribute values");
+            headed = true;
+            const std::wstring prompt =
+                question.prompt + (question.byDefault.empty() ? L": " : L" <" + question.byDefault + L">: ");
+            value = line.getText(prompt, true);
+        }
+        values.push_back(value.empty() ? question.byDefault : value);
+    }
+    if (const int status = addAttributes(reference, values); status != eOk)
+        throw CommandFailed{L"The attributes can't be added: " + statusText(status) + L"."};
+}
+
+} // namespace editor
