@@ -35,23 +35,23 @@ Prefs::Prefs(QWidget* owner) : QDialog(owner) {
     label->setBuddy(cacheFile);
     QPushButton* const browse = form.Button("Browse", {248, 16, 50, 14});
 
-    form.Group("Existing Block Resolution", {7, 34, 170, 56});
+    form.Group("Existing Block Resolution", {7, 33, 170, 58});
     blockInsertGroup = Choice(this, form,
-                              {{"Ask to update", {13, 46, 160, 12}},
-                               {"Ask to update once per block per drawing", {13, 59, 160, 12}},
-                               {"Always update", {13, 72, 160, 12}}});
-    form.Group("Directory Reading", {183, 34, 115, 32});
+                              {{"Ask to update", {13, 47, 160, 12}},
+                               {"Ask to update once per block per drawing", {13, 61, 160, 12}},
+                               {"Always update", {13, 75, 160, 12}}});
+    form.Group("Directory Reading", {183, 33, 115, 36});
     readingGroup =
         Choice(this, form,
-               {{"Read Only Once Per Session", {189, 42, 106, 11}}, {"Read Every Time Showed", {189, 53, 106, 11}}});
-    form.Group("X-Ref", {183, 67, 115, 23});
-    xrefGroup = Choice(this, form, {{"Attach", {189, 76, 48, 11}}, {"Overlay", {241, 76, 50, 11}}});
+               {{"Read Only Once Per Session", {189, 46, 106, 10}}, {"Read Every Time Showed", {189, 57, 106, 10}}});
+    form.Group("X-Ref", {183, 68, 115, 23});
+    xrefGroup = Choice(this, form, {{"Attach", {189, 80, 48, 10}}, {"Overlay", {241, 80, 50, 10}}});
 
-    form.Group("Cache Memory Options", {7, 92, 291, 61});
-    compressionBox = form.Box("Use Compression", {13, 102, 280, 12});
-    demandLoadBox = form.Box("Only load clicked directories.", {13, 114, 280, 12});
-    onlyCurrentBox = form.Box("Delete directory cache from memory when not the current directory.", {23, 126, 270, 12});
-    delOnCloseBox = form.Box("Delete all directory caches from memory when Tessaro closes.", {23, 138, 270, 12});
+    form.Group("Cache Memory Options", {7, 92, 291, 62});
+    compressionBox = form.Box("Use Compression", {13, 105, 280, 11});
+    demandLoadBox = form.Box("Only load clicked directories.", {13, 117, 280, 11});
+    onlyCurrentBox = form.Box("Delete directory cache from memory when not the current directory.", {23, 129, 270, 11});
+    delOnCloseBox = form.Box("Delete all directory caches from memory when Tessaro closes.", {23, 141, 270, 11});
     backupBox = form.Box("Create backups of the ini file.", {13, 160, 170, 12});
     form.OkAndCancel({190, 159, 50, 14}, {248, 159, 50, 14});
 
