@@ -47,8 +47,8 @@ ModulePlace::ModulePlace(const std::string& fileName) : module(place.path() / fi
 }
 
 std::vector<std::string> ModulePlace::run(const std::vector<std::string>& steps) const {
-    const std::string program = TESSARO_BIN_DIR "/entry_recorder", output = (place.path() / "transcript").string();
-    std::vector<std::string> words{program, module.string()};
+    const std::string output = (place.path() / "transcript").string(), errorOutput = (place.path() / "errors").string();
+    std::vector<std::string> words{program.string(), module.string()};
     words.insert(words.end(), steps.begin(), steps.end());
     std::vector<char*> arguments;
     for (std::string& word : words)
@@ -60,6 +60,8 @@ std::vector<std::string> ModulePlace::run(const std::vector<std::string>& steps)
     if (child == 0) {
         const int out = open(output.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600);
         dup2(out, STDOUT_FILENO);
+        dup2(open(errorOutput.c_str(), O_CREAT | O_TRUNC | O_WRONLY, 0600), STDERR_FILENO);
+        setenv("LD_LIBRARY_PATH", TESSARO_BIN_DIR, 1);
         setenv("HOME", home.c_str(), 1);
         if (chdir(home.c_str()) == 0)
             execv(program.c_str(), arguments.data());
@@ -70,6 +72,11 @@ std::vector<std::string> ModulePlace::run(const std::vector<std::string>& steps)
     if (!status.empty())
         lines.push_back(status);
     return lines;
+}
+
+void ModulePlace::nameHost(const std::string& fileName) {
+    program = place.path() / fileName;
+    std::filesystem::copy_file(TESSARO_BIN_DIR "/entry_recorder", program);
 }
 
 std::vector<std::string> ModulePlace::log() const {

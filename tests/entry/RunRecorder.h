@@ -20,6 +20,11 @@ public:
     /// than 0, "hung" for a process that had to be ended after a minute.
     std::vector<std::string> run(const std::vector<std::string>& steps) const;
 
+    /// Has the host's program run under another name, from the module's folder.
+    void nameHost(const std::string& fileName);
+    /// What the last run wrote to the standard error stream.
+    std::string errors() const { return readFile(place.path() / "errors"); }
+
     /// Lines of the session's log, without their line ends; of the only file in
     /// the folder "Log".
     std::vector<std::string> log() const;
@@ -27,6 +32,7 @@ public:
 private:
     TemporaryFolder place;
     std::filesystem::path module;
+    std::filesystem::path program = TESSARO_BIN_DIR "/entry_recorder";
 };
 
 } // namespace tests

@@ -15,6 +15,8 @@ namespace {
 /// More pixels of a preview than that in one direction are not put into a document.
 constexpr std::int64_t kMostPixels = 4096;
 
+constexpr double kLeastSpacing = 1.0 / 64; ///< pixels; the least that is not none
+
 QColor ToColour(Rgb colour) {
     return {colour.red, colour.green, colour.blue};
 }
@@ -114,6 +116,8 @@ QFont QtPrinterContext::FontOf(const DeviceFont& wanted) const {
         return QFont();
     QFont made(ToQt(wanted.face));
     made.setPixelSize(std::max(1, FontPixels(wanted.tenthsOfPoint, printer.resolution())));
+    // With any spacing letters are not joined into one sign, which a search in the document would miss.
+    made.setLetterSpacing(QFont::AbsoluteSpacing, kLeastSpacing);
     return made;
 }
 

@@ -1,5 +1,6 @@
 #include "tests/entry/recorder/RecorderHost.h"
 
+#include "editor/sdk/buttons.h"
 #include "editor/sdk/documents.h"
 #include "editor/sdk/editor.h"
 #include "editor/sdk/status.h"
@@ -7,11 +8,15 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cwchar>
+#include <dlfcn.h>
+#include <fstream>
 #include <iostream>
 
 std::map<std::wstring, AcRxFunctionPtr> addedCommands;
 AcEditorReactor* addedReactor = nullptr;
 bool commandsAreRefused = false;
+bool hasRibbon = false;
+bool hasToolbar = false;
 
 void Tell(const std::wstring& line) {
     for (const wchar_t c : line)
@@ -32,7 +37,10 @@ class RecorderLinker : public AcRxDynamicLinker {
     }
     bool loadModule(const wchar_t* fileName, bool printIt, bool asCommand) override {
         Tell(L"loadModule " + std::wstring(fileName) + L" print " + Flag(printIt) + L" command " + Flag(asCommand));
-        return false;
+        if (fileName[0] != L'/')
+            return false;
+        const std::wstring path = fileName;
+        return dlopen(std::string(path.begin(), path.end()).c_str(), RTLD_NOW | RTLD_LOCAL | RTLD_NODELETE) != nullptr;
     }
 };
 
@@ -64,6 +72,25 @@ class RecorderEditor : public AcEditor {
     }
 };
 
+/// Leaves the picture in the file "picture" of the present folder.
+class RecorderBar : public AcRxButtonBar {
+public:
+    explicit RecorderBar(const wchar_t* barName) : name(barName) {}
+    bool addButton(const wchar_t* command, const wchar_t* title, const void* png, std::size_t size) override {
+        std::wstring told = command;
+        for (std::size_t at = 0; (at = told.find(L'\n', at)) != std::wstring::npos; at += 2)
+            told.replace(at, 1, L"\\n");
+        Tell(name + L" " + told + L" " + title + L" picture of " + std::to_wstring(size));
+        std::ofstream("picture", std::ios::binary)
+            .write(static_cast<const char*>(png), static_cast<std::streamsize>(size));
+        return size != 0;
+    }
+    bool removeButton(const wchar_t*) override { return false; }
+
+private:
+    const std::wstring name;
+};
+
 class RecorderRegistry : public AcRxSysRegistry {
 public:
     AcRxObject* at(const wchar_t* name) override {
@@ -71,6 +98,10 @@ public:
             return &linker;
         if (std::wstring(name) == ACRX_COMMAND_DOCK)
             return &commands;
+        if (std::wstring(name) == ACED_RIBBON)
+            return hasRibbon ? &ribbon : nullptr;
+        if (std::wstring(name) == ACED_TOOLBAR)
+            return hasToolbar ? &toolbar : nullptr;
         return std::wstring(name) == ACED_EDITOR_OBJECT ? &editor : nullptr;
     }
 
@@ -78,6 +109,7 @@ private:
     RecorderLinker linker;
     RecorderCommands commands;
     RecorderEditor editor;
+    RecorderBar ribbon{L"ribbon"}, toolbar{L"toolbar"};
 };
 
 } // namespace

@@ -12,5 +12,9 @@ extern AcEditorReactor* addedReactor;
 /// The command stack takes no command.
 extern bool commandsAreRefused;
 
+/// The host has a ribbon, a toolbar.
+extern bool hasRibbon;
+extern bool hasToolbar;
+
 /// One line of what the module did.
 void Tell(const std::wstring& line);

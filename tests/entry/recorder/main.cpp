@@ -1,5 +1,7 @@
 // entry_recorder MODULE STEP...: a step is the number of a message, "version", "command NAME",
-// which runs a command that was added, or "refuse commands", which has the command stack take none from there on.
+// which runs a command that was added, "refuse commands", which has the command stack take none from there on,
+// "ribbon" and "toolbar", which give the host one, "setup toolbar", which calls the module's export of that name,
+// "load FILE", which another application does, or "loaded NAME", which tells whether an object of that path is there.
 #include "tests/entry/recorder/RecorderHost.h"
 
 #include <dlfcn.h>
@@ -37,6 +39,21 @@ int main(int count, char** arguments) {
             Tell(L"version " + std::to_wstring(version()));
         } else if (step == "refuse commands") {
             commandsAreRefused = true;
+        } else if (step == "ribbon") {
+            hasRibbon = true;
+        } else if (step == "toolbar") {
+            hasToolbar = true;
+        } else if (step == "setup toolbar") {
+            const auto setup = reinterpret_cast<Query>(dlsym(module, "NorvaneSetupToolbar"));
+            if (setup == nullptr)
+                return Fail("no such export");
+            Tell(L"result " + std::to_wstring(setup()));
+        } else if (step.rfind("load ", 0) == 0) {
+            if (dlopen(step.c_str() + 5, RTLD_NOW | RTLD_LOCAL) == nullptr)
+                return Fail(dlerror());
+        } else if (step.rfind("loaded ", 0) == 0) {
+            const bool loaded = dlopen(step.c_str() + 7, RTLD_LAZY | RTLD_NOLOAD) != nullptr;
+            Tell(loaded ? L"loaded" : L"not loaded");
         } else if (step.rfind("command ", 0) == 0) {
             const auto command = addedCommands.find(Widen(step.substr(8)));
             if (command == addedCommands.end())

@@ -1,0 +1,15 @@
+#include "tessaro/platform/MainThread.h"
+
+#include <QApplication>
+
+#include <clocale>
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication application(argc, argv);
+    std::setlocale(LC_NUMERIC, "C");
+    platform::SetMainThread();
+    return RUN_ALL_TESTS();
+}
