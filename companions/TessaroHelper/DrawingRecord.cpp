@@ -1,11 +1,8 @@
 #include "companions/TessaroHelper/DrawingRecord.h"
 
 #include "companions/TessaroHelper/Dates.h"
-#include "editor/dwg/facts.h"
-#include "editor/dwg/header_variables.h"
-#include "editor/dwg/read_drawing.h"
+#include "editor/dwg/quick_facts.h"
 #include "editor/dwg/summary_info.h"
-#include "editor/dwg/summary_record.h"
 
 #include <filesystem>
 
@@ -49,15 +46,20 @@ std::optional<DrawingRecord> readDrawingRecord(const std::wstring& path, bool wa
     const HelperDate fallback = dateOfFile(file);
     record.created = localDate(variables->TDCREATE).value_or(fallback);
     record.updated = localDate(variables->TDUPDATE).value_or(fallback);
-    if (const auto summary = dwg::readSummaryInfo(*drawing))
-        record.comments = summary->texts.comments;
-    if (drawing->release() != dwg::Release::r2000)
-        return record;
-    const auto objects = dwg::readDrawing(*drawing);
+    if (drawing->release() >= dwg::Release::r2004) {
+        if (const auto summary = dwg::readSummaryInfo(*drawing))
+            record.comments = summary->texts.comments;
+        if (!wantView)
+            return record;
+    }
+    const auto objects = dwg::ObjectFinder::open(*drawing);
     if (!objects)
         return record;
-    record.comments = dwg::readSummaryRecord(*objects).comments;
-    if (const auto view = dwg::activeView(*objects); view && wantView)
+    if (drawing->release() < dwg::Release::r2004)
+        record.comments = dwg::findSummaryTexts(*objects, *variables).value_or(dwg::SummaryTexts{}).comments;
+    if (!wantView)
+        return record;
+    if (const auto view = dwg::findActiveView(*objects, *variables))
         record.view = viewRecord(variables->INSBASE, *view);
     return record;
 }

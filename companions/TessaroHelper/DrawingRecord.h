@@ -17,7 +17,8 @@ struct DrawingRecord {
 };
 
 /// Reads it without the host: file header, header variables and summary, and with `wantView` the insertion point and
-/// the active view, which so far are known of release 2000 only. Nothing for a drawing that can't be read. Any thread.
+/// the active view: a few reads, whatever the size of the drawing. Nothing for a drawing that can't be read. Any
+/// thread.
 std::optional<DrawingRecord> readDrawingRecord(const std::wstring& path, bool wantView);
 
 } // namespace helper

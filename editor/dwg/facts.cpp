@@ -39,14 +39,19 @@ std::optional<ViewFacts> activeView(const Drawing& drawing) {
         return std::nullopt;
     for (const HandleRef record : control->records) {
         const auto* const viewport = drawing.body<ViewportRecord>(record);
-        if (viewport == nullptr || !equalIgnoringCase(viewport->head.name, L"*active"))
-            continue;
-        return ViewFacts{
-            viewport->center, viewport->height,    viewport->height == 0 ? 0 : viewport->width / viewport->height,
-            viewport->width,  viewport->direction, viewport->target,
-            viewport->twist};
+        if (viewport != nullptr && isActiveView(*viewport))
+            return viewFacts(*viewport);
     }
     return std::nullopt;
+}
+
+bool isActiveView(const ViewportRecord& record) {
+    return equalIgnoringCase(record.head.name, L"*active");
+}
+
+ViewFacts viewFacts(const ViewportRecord& record) {
+    const double aspectRatio = record.height == 0 ? 0 : record.width / record.height;
+    return {record.center, record.height, aspectRatio, record.width, record.direction, record.target, record.twist};
 }
 
 std::vector<LayerFacts> layerFacts(const Drawing& drawing) {

@@ -20,6 +20,10 @@ struct ViewFacts {
 
 std::optional<ViewFacts> activeView(const Drawing& drawing);
 
+/// Whether a record of the viewport table shows model space now, and what it shows.
+bool isActiveView(const ViewportRecord& record);
+ViewFacts viewFacts(const ViewportRecord& record);
+
 struct LayerFacts {
     std::wstring name;
     Color color;

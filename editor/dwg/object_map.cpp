@@ -4,6 +4,8 @@
 #include "editor/dwg/crc.h"
 #include "editor/dwg/section_names.h"
 
+#include <algorithm>
+
 namespace dwg {
 
 namespace {
@@ -60,6 +62,24 @@ std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& finding
         }
         at += size + checkBytes;
     }
+}
+
+std::optional<std::uint64_t> findInObjectMap(ByteView section, Handle handle) {
+    ByteView page;
+    for (std::size_t at = 0; section.size() - at > sizeBytes;) {
+        const std::size_t size = bigEndian(section.subspan(at));
+        if (size <= sizeBytes || size + checkBytes > section.size() - at)
+            break;
+        const ByteView candidate = section.subspan(at + sizeBytes, size - sizeBytes);
+        if (BitReader(candidate).umc() > handle)
+            break;
+        page = candidate;
+        at += size + checkBytes;
+    }
+    std::vector<ObjectPlaceInFile> places;
+    readPage(page, places);
+    const auto found = std::ranges::find(places, handle, &ObjectPlaceInFile::handle);
+    return found == places.end() ? std::nullopt : std::optional(found->offset);
 }
 
 } // namespace dwg

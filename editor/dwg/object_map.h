@@ -17,4 +17,8 @@ struct ObjectPlaceInFile {
 /// before stays.
 std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings);
 
+/// Where the object of this handle lies, found without reading the whole map: its pages begin with their first handle
+/// and follow each other in ascending order. Nothing where the page that should hold it doesn't.
+std::optional<std::uint64_t> findInObjectMap(ByteView section, Handle handle);
+
 } // namespace dwg

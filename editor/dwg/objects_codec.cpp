@@ -219,6 +219,13 @@ Bits joined(const Split& parts, const ObjectWriter& s, std::uint16_t type) {
 
 } // namespace
 
+std::uint16_t recordType(std::span<const std::uint8_t> record, Release release) {
+    BitReader head(record);
+    if (release >= Release::r2010)
+        head.umc();
+    return readType(head, release);
+}
+
 Result<Object> decodeObject(std::span<const std::uint8_t> record, const ObjectContext& context,
                             std::optional<Finding>* finding) {
     return RecordReader(record, context).read(finding);

@@ -17,8 +17,13 @@ struct ObjectContext {
     const std::vector<ObjectClass>* classes = nullptr;
 
     explicit ObjectContext(const Drawing& drawing)
-        : release(drawing.release), codePage(drawing.codePage), classes(&drawing.classes) {}
+        : ObjectContext(drawing.release, drawing.codePage, drawing.classes) {}
+    ObjectContext(Release stored, std::uint16_t page, const std::vector<ObjectClass>& known)
+        : release(stored), codePage(page), classes(&known) {}
 };
+
+/// The type that a record begins with; 0 where it is too short for one.
+std::uint16_t recordType(std::span<const std::uint8_t> record, Release release);
 
 /// Decodes a record: data that all objects have, then the body, or Carried for a type that isn't decoded here. Raw
 /// references are resolved; owners and chains as stored. `damaged` with the offset in bytes for a record that

@@ -2,6 +2,7 @@
 
 #include "editor/dwg/classes.h"
 #include "editor/dwg/crc.h"
+#include "editor/dwg/object_frame.h"
 #include "editor/dwg/object_map.h"
 #include "editor/dwg/objects_codec.h"
 
@@ -22,23 +23,17 @@ public:
         if (place.offset >= bytes.size())
             return skip(place, "lies outside the file");
         const ByteView rest = bytes.subspan(place.offset);
-        BitReader head(rest);
-        std::size_t size = head.ms();
-        const std::size_t sizeBytes = head.position() / 8;
-        if (drawing.release >= Release::r2010) {
-            // The size of the references isn't counted.
-            head.umc();
-            size += head.position() / 8 - sizeBytes;
-        }
-        if (head.failed() || size == 0 || size > rest.size() - sizeBytes)
+        const auto frame = readObjectFrame(rest, drawing.release, rest.size());
+        if (!frame)
             return skip(place, "is longer than the file");
-        const ByteView record = rest.subspan(sizeBytes, size);
+        const std::size_t size = frame->size;
+        const ByteView record = rest.subspan(frame->start, size);
         if (size > left) {
             skip(place, "overlaps others: together they are longer than the file");
             return false;
         }
         left -= size;
-        check(place, rest.first(sizeBytes + size), rest.subspan(sizeBytes + size));
+        check(place, rest.first(frame->start + size), rest.subspan(frame->start + size));
         decode(place, record);
         return true;
     }

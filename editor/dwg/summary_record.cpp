@@ -110,19 +110,25 @@ Handle findSummaryRecord(const Drawing& drawing) {
     const Dictionary* const names = namedObjectsOf(drawing);
     if (names == nullptr)
         return 0;
-    const auto item = std::ranges::find(names->items, entryName, &Dictionary::Item::name);
-    const bool found = item != names->items.end() && drawing.body<DataRecord>(item->object) != nullptr;
-    return found ? item->object.value : 0;
+    const Handle entry = summaryEntry(*names);
+    return drawing.body<DataRecord>({0, entry}) == nullptr ? 0 : entry;
+}
+
+Handle summaryEntry(const Dictionary& names) {
+    const auto item = std::ranges::find(names.items, entryName, &Dictionary::Item::name);
+    return item == names.items.end() ? 0 : item->object.value;
 }
 
 SummaryTexts readSummaryRecord(const Drawing& drawing) {
+    const auto* const record = drawing.body<DataRecord>({0, findSummaryRecord(drawing)});
+    return record == nullptr ? SummaryTexts{} : summaryTextsOf(*record, drawing.codePage);
+}
+
+SummaryTexts summaryTextsOf(const DataRecord& record, std::uint16_t codePage) {
     SummaryTexts texts;
-    const Object* const object = drawing.find(findSummaryRecord(drawing));
-    if (object == nullptr)
-        return texts;
-    const CodePage page(drawing.codePage);
+    const CodePage page(codePage);
     std::vector<std::uint8_t> rest;
-    for (const Value& value : splitValues(object->as<DataRecord>()->data, rest)) {
+    for (const Value& value : splitValues(record.data, rest)) {
         const auto field = std::ranges::find(fields, value.code, &Field::code);
         if (field != fields.end())
             texts.*field->text = textOf(value, page);

@@ -17,6 +17,12 @@ Result<void> writeSummaryRecord(Drawing& drawing, const SummaryTexts& texts);
 /// The object that holds the summary; 0 where the drawing has none.
 Handle findSummaryRecord(const Drawing& drawing);
 
+/// The entry of a named-objects dictionary that leads to that object; 0 without one.
+Handle summaryEntry(const Dictionary& names);
+
+/// The texts that such a record holds.
+SummaryTexts summaryTextsOf(const DataRecord& record, std::uint16_t codePage);
+
 /// Takes the summary out of the drawing, for a release that keeps it elsewhere.
 void removeSummaryRecord(Drawing& drawing);
 
