@@ -4,7 +4,8 @@
 #include "editor/dwg/default_drawing.h"
 #include "editor/dwg/default_header.h"
 #include "editor/dwg/read_drawing.h"
-#include "editor/dwg/section_names.h"
+#include "editor/dwg/summary_record.h"
+#include "editor/dwg/template_section.h"
 
 using namespace dwg::object_type;
 
@@ -35,15 +36,6 @@ int statusOf(const dwg::Error& error) {
     }
 }
 
-/// The number behind the description of the section; inches where there is none.
-std::uint16_t readMeasurement(const dwg::DrawingFile& file) {
-    const auto bytes = file.section(dwg::section::templateSection);
-    if (!bytes || bytes->size() < 4)
-        return 0;
-    const std::size_t place = 2u + (*bytes)[0] + 256u * (*bytes)[1];
-    return place + 2 <= bytes->size() ? static_cast<std::uint16_t>((*bytes)[place] | (*bytes)[place + 1] << 8) : 0;
-}
-
 } // namespace
 
 int AcDbDatabase::readDwgFile(const wchar_t* name, int, bool, const wchar_t*) {
@@ -54,7 +46,13 @@ int AcDbDatabase::readDwgFile(const wchar_t* name, int, bool, const wchar_t*) {
     if (!std::filesystem::exists(path, failure))
         return Acad::eFileNotFound;
     state->file = name;
-    const auto file = dwg::DrawingFile::open(path);
+    const auto opened = dwg::openSource(path);
+    if (!opened)
+        return statusOf(opened.error());
+    auto content = (*opened)->bytes(0, (*opened)->size());
+    if (!content)
+        return statusOf(content.error());
+    const auto file = dwg::DrawingFile::open(dwg::memorySource(std::move(*content)));
     if (!file)
         return statusOf(file.error());
     auto drawing = dwg::readDrawing(*file);
@@ -64,11 +62,20 @@ int AcDbDatabase::readDwgFile(const wchar_t* name, int, bool, const wchar_t*) {
     if (!header)
         return statusOf(header.error());
     auto pictures = dwg::readPictures(file->source());
+    auto summary = dwg::readSummaryInfo(*file, &drawing->findings);
     state->drawing = std::move(*drawing);
     state->header = std::move(*header);
     state->pictures = pictures ? std::move(*pictures) : std::vector<dwg::Picture>();
-    state->measurement = readMeasurement(*file);
+    state->summary = summary ? std::move(*summary) : dwg::SummaryInfo();
+    const auto measurement = dwg::readMeasurement(*file);
+    state->measurement = measurement ? *measurement : std::uint16_t{0};
     state->drawing.raiseHandleSeed(state->header.HANDSEED);
+    state->origin = {*file,
+                     state->header,
+                     state->summary,
+                     state->drawing.classes,
+                     state->drawing.objects().size(),
+                     dwg::findSummaryRecord(state->drawing) != 0};
     state->adopt();
     return eOk;
 }

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "editor/database/object_state.h"
+#include "editor/database/origin.h"
+#include "editor/dwg/convert_drawing.h"
 #include "editor/dwg/header_variables.h"
 #include "editor/dwg/thumbnail.h"
 
 #include <filesystem>
 #include <memory>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -32,6 +35,11 @@ struct AcDbDatabase::Impl {
     std::vector<dwg::Picture> pictures;
     /// 0 for a drawing in inches, 1 for a metric one.
     std::uint16_t measurement = 0;
+    /// From 2004 on; up to 2000 the summary is one of the objects.
+    dwg::SummaryInfo summary;
+    editor::Origin origin;
+    /// What the last save to another release had to leave out.
+    std::vector<dwg::LeftOut> leftOut;
     bool retainPictures = false;
     std::string givenBitmap;
     /// Remembers changes so that they can be taken back; null where nobody wants that. Everything that changes the
@@ -102,6 +110,8 @@ struct AcDbDatabase::Impl {
     dwg::Handle modelSpace() const { return modelSpaceHandle; }
     dwg::Handle paperSpace() const { return paperSpaceHandle; }
 
+    /// Before the layer of an entity changes, or which entities there are.
+    void forgetUsedLayers() { usedLayers.reset(); }
     /// eOk, or why the object may not be erased.
     int refusalToErase(const dwg::Object& object) const;
     void setErased(dwg::Object& object, bool erasing);
@@ -115,6 +125,10 @@ struct AcDbDatabase::Impl {
     void markErased(dwg::Handle handle, bool isErased);
 
 private:
+    /// The layers that something is drawn on. Found out once for many erasures in a row.
+    const std::unordered_set<dwg::Handle>& layersInUse() const;
+
+    mutable std::optional<std::unordered_set<dwg::Handle>> usedLayers;
     std::unordered_map<dwg::Handle, std::unique_ptr<AcDbObject>> opened;
     std::unordered_set<dwg::Handle> erased;
     std::unordered_map<std::uint16_t, dwg::Handle> tables;

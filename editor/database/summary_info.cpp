@@ -3,9 +3,16 @@
 
 namespace {
 
+/// From 2004 on the summary lies beside the objects.
+bool isSection(const AcDbDatabase::Impl& database) {
+    return database.drawing.release >= dwg::Release::r2004;
+}
+
 class SummaryInfo final : public AcDbDatabaseSummaryInfo {
 public:
-    explicit SummaryInfo(AcDbDatabase* of) : owner(of), texts(dwg::readSummaryRecord(of->impl()->drawing)) {}
+    explicit SummaryInfo(AcDbDatabase* of)
+        : owner(of),
+          texts(isSection(*of->impl()) ? of->impl()->summary.texts : dwg::readSummaryRecord(of->impl()->drawing)) {}
 
     int getComments(std::wstring& text) const override { return get(text, texts.comments); }
     int setComments(const wchar_t* text) override { return set(texts.comments, text); }
@@ -49,6 +56,10 @@ int acdbPutSummaryInfo(const AcDbDatabaseSummaryInfo* info, AcDbDatabase* databa
     AcDbDatabase* const target = database != nullptr ? database : summary->database();
     if (!target->impl()->hasDrawing())
         return Acad::eNoDatabase;
+    if (isSection(*target->impl())) {
+        target->impl()->summary.texts = summary->content();
+        return eOk;
+    }
     // The record may be one of those that hang on the dictionary, or the next object to be made.
     dwg::Drawing& drawing = target->impl()->drawing;
     if (const dwg::Object* const names = drawing.namedObjects();

@@ -14,7 +14,7 @@ constexpr std::array forms = {
     SectionForm{"AcDb:Security", false, 0x80, 0, 0x4A0204EA, 0xF800},
     SectionForm{section::fileDependencyList, false, 0x80, 2, 0x6C4205CA, 0x100},
     SectionForm{"AcDb:VBAProject", false, 0x80, 0, 0x586E0544, 0x80},
-    SectionForm{"AcDb:AcDsPrototype_1b", true, 0, 0, 0, 0xF800},
+    SectionForm{section::binaryData, true, 0, 0, 0, 0xF800},
     SectionForm{"AcDb:AppInfoHistory", false, 0x80, 0, 0x96DE0737, 0x580},
     SectionForm{section::appInfo, false, 0x80, 0, 0x3FA0043E, 0x300},
     SectionForm{section::preview, false, 0x400, 0, 0x40AA0473, 0x400},

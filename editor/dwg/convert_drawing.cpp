@@ -42,7 +42,9 @@ private:
         Object object = original;
         object.changed();
         object.closedTexts = false;
-        object.hasBinaryData = false;
+        // What lies in a section of its own is carried over from 2013 to 2018 and back only.
+        if (source.release < Release::r2013 || target.release < Release::r2013)
+            object.hasBinaryData = false;
         const bool isCarried = object.as<Carried>() != nullptr || object.as<OtherRecord>() != nullptr;
         if (isCarried && !recodeCarried(object, recoding))
             return false;

@@ -112,28 +112,98 @@ template <class Fields> bool recode(Object& object, const RecodingContext& conte
     return true;
 }
 
-/// Types whose bodies are the same bits in all releases from 2000 on.
-bool isSameSince2000(const Object& object, std::wstring_view className) {
-    constexpr std::uint16_t multiline = 47, oleFrame = 74;
-    if (object.type == multiline || object.type == oleFrame || object.type == object_type::ucs)
+bool isSameInAllReleases(const Object& object, std::wstring_view className) {
+    constexpr std::uint16_t shape = 33, multiline = 47;
+    if (object.type == shape || object.type == multiline)
         return true;
     constexpr std::wstring_view names[] = {L"IDBUFFER",         L"SORTENTSTABLE",    L"RASTERVARIABLES",
                                            L"IMAGEDEF_REACTOR", L"WIPEOUTVARIABLES", L"SPATIAL_FILTER"};
     return std::ranges::find(names, className) != std::end(names);
 }
 
-/// Solids keep their form between two pairs of releases only.
-bool isSolidOfSameForm(const Object& object, const RecodingContext& context) {
-    constexpr std::uint16_t region = 37, body = 39;
-    if (object.type < region || object.type > body)
-        return false;
+/// Classes whose bodies are the same bits from one release to another.
+struct SameBits {
+    std::wstring_view name;
+    Release first, last;
+};
+
+// What drawings that one program saved in all releases show.
+constexpr SameBits sameBits[] = {
+    {L"DIMASSOC", Release::r2000, Release::r2004},
+    {L"DIMASSOC", Release::r2007, Release::r2018},
+    {L"LIGHT", Release::r2007, Release::r2018},
+    {L"SUN", Release::r2004, Release::r2018},
+    {L"MATERIAL", Release::r2000, Release::r2004},
+    {L"MATERIAL", Release::r2007, Release::r2018},
+    {L"ACDBDETAILVIEWSTYLE", Release::r2007, Release::r2013},
+    {L"ACDBSECTIONVIEWSTYLE", Release::r2007, Release::r2013},
+    {L"HELIX", Release::r2000, Release::r2010},
+    {L"ARC_DIMENSION", Release::r2000, Release::r2004},
+    {L"ARC_DIMENSION", Release::r2010, Release::r2018},
+    {L"TABLESTYLE", Release::r2000, Release::r2004},
+    {L"CELLSTYLEMAP", Release::r2000, Release::r2004},
+    {L"ACDB_LEADEROBJECTCONTEXTDATA_CLASS", Release::r2000, Release::r2007},
+    {L"ACDB_LEADEROBJECTCONTEXTDATA_CLASS", Release::r2010, Release::r2013},
+};
+
+/// What changed with 2018; all else is the same there as in 2013.
+constexpr std::wstring_view changedIn2018[] = {L"ACDBDETAILVIEWSTYLE",
+                                               L"ACDBSECTIONVIEWSTYLE",
+                                               L"TABLESTYLE",
+                                               L"CELLSTYLEMAP",
+                                               L"ACAD_TABLE",
+                                               L"TABLECONTENT",
+                                               L"TABLEGEOMETRY",
+                                               L"ACDB_LEADEROBJECTCONTEXTDATA_CLASS",
+                                               L"ACDB_MTEXTOBJECTCONTEXTDATA_CLASS",
+                                               L"ACDB_MTEXTATTRIBUTEOBJECTCONTEXTDATA_CLASS"};
+
+bool hasSameBits(const Object& object, std::wstring_view className, const RecodingContext& context) {
     const auto within = [&](Release first, Release last) {
         return std::min(context.from, context.to) >= first && std::max(context.from, context.to) <= last;
     };
-    return within(Release::r2000, Release::r2004) || within(Release::r2007, Release::r2010);
+    if (isSameInAllReleases(object, className))
+        return true;
+    constexpr std::uint16_t region = 37, solidBody = 39, oleFrame = 74;
+    if (object.type == oleFrame || object.type == object_type::ucs)
+        return within(Release::r2000, Release::r2018);
+    if (object.type >= region && object.type <= solidBody) {
+        // The form of solids changes with nearly every release, and older programs don't know what newer ones store.
+        const bool isNewer = context.from < context.to;
+        return within(Release::r2013, Release::r2018) ||
+               (isNewer && (within(Release::r2000, Release::r2004) || within(Release::r2007, Release::r2010)));
+    }
+    if (object.type >= object_type::firstClass && within(Release::r2013, Release::r2018))
+        return std::ranges::find(changedIn2018, className) == std::end(changedIn2018);
+    return std::ranges::any_of(
+        sameBits, [&](const SameBits& same) { return same.name == className && within(same.first, same.last); });
 }
 
+/// R14 has classes for what became fixed types.
+bool recodeEarlyPolyline(Object& object, const RecodingContext& context) {
+    const CodePage codePage(context.drawing.codePage);
+    const Carried& carried = *object.as<Carried>();
+    ObjectReader reader(context.from, object.handle, codePage);
+    reader.data = BitReader(carried.bits.bytes, 0, carried.bits.count);
+    LightweightPolyline polyline;
+    transfer(reader, polyline, object_type::lightweightPolyline);
+    if (!atEnd(reader))
+        return false;
+    object.type = object_type::lightweightPolyline;
+    object.body = std::move(polyline);
+    return true;
+}
+
+constexpr std::uint16_t hatchType = 78;
+
 bool recodeClass(Object& object, std::wstring_view name, const RecodingContext& context) {
+    if (name == L"LWPOLYLINE")
+        return recodeEarlyPolyline(object, context);
+    if (name == L"HATCH") {
+        const bool done = recode<HatchFields>(object, context);
+        object.type = done ? hatchType : object.type;
+        return done;
+    }
     if (name == L"DICTIONARYVAR")
         return recode<DictionaryVariableFields>(object, context);
     if (name == L"IMAGE" || name == L"WIPEOUT")
@@ -150,10 +220,9 @@ bool recodeClass(Object& object, std::wstring_view name, const RecodingContext& 
 bool recodeCarried(Object& object, const RecodingContext& context) {
     const ObjectClass* const objectClass = context.drawing.classOf(object);
     const std::wstring_view name = objectClass == nullptr ? std::wstring_view() : objectClass->dxfName;
-    const bool since2000 = context.from >= Release::r2000 && context.to >= Release::r2000;
-    if ((since2000 && isSameSince2000(object, name)) || isSolidOfSameForm(object, context))
+    if (hasSameBits(object, name, context))
         return true;
-    constexpr std::uint16_t spline = 36, leader = 45, tolerance = 46, group = 72, hatch = 78;
+    constexpr std::uint16_t spline = 36, leader = 45, tolerance = 46, group = 72;
     switch (object.type) {
     case object_type::dimensionStyle:
         return recode<DimensionStyleFields>(object, context);
@@ -163,6 +232,8 @@ bool recodeCarried(Object& object, const RecodingContext& context) {
         return recode<MultilineStyleFields>(object, context);
     case object_type::viewport:
         return recode<ViewportFields>(object, context);
+    case object_type::view:
+        return recode<ViewFields>(object, context);
     case spline:
         return recode<SplineFields>(object, context);
     case leader:
@@ -171,7 +242,7 @@ bool recodeCarried(Object& object, const RecodingContext& context) {
         return recode<ToleranceFields>(object, context);
     case group:
         return recode<GroupFields>(object, context);
-    case hatch:
+    case hatchType:
         return recode<HatchFields>(object, context);
     default:
         return recodeClass(object, name, context);

@@ -1,6 +1,6 @@
 #include "editor/dwg/recoding_fields.h"
 
-/// Entities that nobody here looks into.
+/// Entities and views that nobody here looks into.
 namespace dwg::recoding {
 
 namespace {
@@ -197,6 +197,47 @@ template <class Stream> void transferFields(Stream& s, ViewportFields& f) {
             s.h(*reference);
 }
 
+template <class Stream> void transferFields(Stream& s, ViewFields& f) {
+    s.bd(f.height);
+    s.bd(f.width);
+    s.rd2(f.center);
+    s.bd3(f.target);
+    s.bd3(f.direction);
+    for (double* number : {&f.twist, &f.lens, &f.front, &f.back})
+        s.bd(*number);
+    for (bool& flag : f.mode)
+        s.b(flag);
+    if (s.since(Release::r2000))
+        s.rc(f.renderMode);
+    if (s.since(Release::r2007)) {
+        s.b(f.defaultLights);
+        s.rc(f.lighting);
+        s.bd(f.brightness);
+        s.bd(f.contrast);
+        s.cmc(f.ambient);
+    }
+    s.b(f.inPaperSpace);
+    if (s.since(Release::r2000))
+        s.b(f.hasUcs);
+    if (f.hasUcs) {
+        for (Point3* point : {&f.ucsOrigin, &f.ucsX, &f.ucsY})
+            s.bd3(*point);
+        s.bd(f.ucsElevation);
+        s.bs(f.orthographic);
+    }
+    if (s.since(Release::r2007)) {
+        s.b(f.cameraPlotted);
+        for (HandleRef* reference : {&f.background, &f.visualStyle, &f.sun})
+            s.h(*reference);
+    }
+    if (f.hasUcs) {
+        s.h(f.baseUcs);
+        s.h(f.namedUcs);
+    }
+    if (s.since(Release::r2007))
+        s.h(f.liveSection);
+}
+
 template <class Stream> void transferFields(Stream& s, SplineFields& f) {
     s.bl(f.scenario);
     if (s.since(Release::r2013)) {
@@ -312,6 +353,7 @@ template <class Stream> void transferFields(Stream& s, ImageFields& f) {
 
 DWG_INSTANTIATE_FIELDS(HatchFields);
 DWG_INSTANTIATE_FIELDS(ViewportFields);
+DWG_INSTANTIATE_FIELDS(ViewFields);
 DWG_INSTANTIATE_FIELDS(SplineFields);
 DWG_INSTANTIATE_FIELDS(LeaderFields);
 DWG_INSTANTIATE_FIELDS(ToleranceFields);

@@ -93,6 +93,27 @@ struct ViewportFields {
     HandleRef shadeStyle{handle_code::softPointer}, sun{handle_code::hardOwner};
 };
 
+struct ViewFields {
+    double height = 1, width = 1;
+    Point2 center;
+    Point3 target, direction{0, 0, 1};
+    double twist = 0, lens = 50, front = 0, back = 0;
+    std::array<bool, 4> mode{};
+    std::uint8_t renderMode = 0;
+    bool defaultLights = true;
+    std::uint8_t lighting = 1;
+    double brightness = 0, contrast = 0;
+    NamedColor ambient{{250}};
+    bool inPaperSpace = false, hasUcs = false;
+    Point3 ucsOrigin, ucsX{1, 0, 0}, ucsY{0, 1, 0};
+    double ucsElevation = 0;
+    std::uint16_t orthographic = 0;
+    bool cameraPlotted = false;
+    HandleRef background{handle_code::softPointer}, visualStyle{handle_code::hardPointer}, sun{handle_code::hardOwner};
+    HandleRef baseUcs{handle_code::hardPointer}, namedUcs{handle_code::hardPointer};
+    HandleRef liveSection{handle_code::softPointer};
+};
+
 struct HatchFields {
     struct GradientColor {
         double shift = 0;
@@ -215,6 +236,7 @@ template <class Stream> void transferFields(Stream&, DimensionStyleTableFields&)
 template <class Stream> void transferFields(Stream&, MultilineStyleFields&);
 template <class Stream> void transferFields(Stream&, GroupFields&);
 template <class Stream> void transferFields(Stream&, ViewportFields&);
+template <class Stream> void transferFields(Stream&, ViewFields&);
 template <class Stream> void transferFields(Stream&, HatchFields&);
 template <class Stream> void transferFields(Stream&, SplineFields&);
 template <class Stream> void transferFields(Stream&, LeaderFields&);

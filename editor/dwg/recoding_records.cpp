@@ -116,8 +116,16 @@ template <class Stream> void transferFields(Stream& s, DimensionStyleFields& f) 
 
 template <class Stream> void transferFields(Stream& s, DimensionStyleTableFields& f) {
     s.sizeOfItems(f.styles);
-    if (s.since(Release::r2000))
-        s.sizeRc(f.further, 1);
+    if (s.since(Release::r2000)) {
+        auto count = static_cast<std::uint8_t>(f.further.size());
+        s.rc(count);
+        if constexpr (Stream::reading) {
+            if (count > s.handles.remaining() / 8)
+                s.handles.fail();
+            else
+                f.further.resize(count);
+        }
+    }
     for (HandleRef& style : f.styles)
         s.h(style);
     for (HandleRef& further : f.further)

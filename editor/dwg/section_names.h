@@ -20,4 +20,7 @@ inline constexpr std::string_view preview = "AcDb:Preview";
 inline constexpr std::string_view appInfo = "AcDb:AppInfo";
 inline constexpr std::string_view fileDependencyList = "AcDb:FileDepList";
 
+/// From 2013 on: what objects keep outside of themselves, solids above all.
+inline constexpr std::string_view binaryData = "AcDb:AcDsPrototype_1b";
+
 } // namespace dwg::section

@@ -127,10 +127,11 @@ TEST(SaveAs, DrawingMayNotBeInsertedIntoTheFileThatItWasSavedAs) {
     EXPECT_EQ(database.insert(id, L"Table", &source), Acad::eSelfReference);
 }
 
-TEST(SaveAs, OtherReleasesAreRefused) {
+TEST(SaveAs, UnknownVersionsAreRefused) {
     const TemporaryFolder folder;
     AcDbDatabase database;
-    EXPECT_EQ(database.saveAs(fileIn(folder, "a.dwg").c_str(), false, AcDb::kDHL_1032), Acad::eUnsupportedFileFormat);
+    EXPECT_EQ(database.saveAs(fileIn(folder, "a.dwg").c_str(), false, static_cast<AcDb::AcDbDwgVersion>(22)),
+              Acad::eUnsupportedFileFormat);
     EXPECT_FALSE(std::filesystem::exists(folder.path() / "a.dwg"));
 }
 
