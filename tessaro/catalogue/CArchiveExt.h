@@ -72,6 +72,8 @@ public:
     static constexpr std::size_t kMostTaken = std::size_t{1} << 18;
     /// Loading: no more than this is left; less may be.
     std::uint64_t AtMost() const;
+    /// Loading: nothing is left.
+    bool AtEnd() { return next == end && !Fill(1); }
     /// Loading: bytes of the plain stream that were read.
     std::uint64_t Position() const { return filled - static_cast<std::uint64_t>(end - next); }
     /// Storing: the plain stream so far, for those who append more than a primitive.

@@ -1,5 +1,6 @@
 #include "tessaro/catalogue/DirCache.h"
 
+#include "tessaro/catalogue/ArchivedBytes.h"
 #include "tessaro/catalogue/CArchiveExt.h"
 #include "tessaro/catalogue/CacheMessages.h"
 #include "tessaro/catalogue/Directory.h"
@@ -63,20 +64,15 @@ void ReportFailedSave(const std::wstring& reason, const std::wstring& file) {
                          L"location to a read-only directory, but may also occur if hard-drive space is low.");
 }
 
-class ArchivedBytes : public ByteSource {
-public:
-    explicit ArchivedBytes(CArchiveExt& read) : archive(read) {}
-    std::span<const std::uint8_t> Take(std::size_t count) override { return archive.Take(count); }
-    std::uint64_t AtMost() const override { return archive.AtMost(); }
+bool IsOf(const ImageList& list, int width, int height) {
+    return list.Width() == width && list.Height() == height;
+}
 
-private:
-    CArchiveExt& archive;
-};
-
+/// A list of either size: which of them is looked for may have changed since the file was written.
 std::unique_ptr<ImageList> ReadList(CArchiveExt& archive) {
     ArchivedBytes bytes(archive);
     auto list = ImageList::Read(bytes);
-    if (list == nullptr)
+    if (list == nullptr || !(IsOf(*list, kLargeWidth, kLargeHeight) || IsOf(*list, kSmallWidth, kSmallHeight)))
         throw platform::ArchiveException(platform::ArchiveException::endOfFile, archive.Path());
     return list;
 }

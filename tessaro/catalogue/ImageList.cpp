@@ -8,6 +8,8 @@ namespace {
 
 constexpr int kMostSlots = std::numeric_limits<std::uint16_t>::max();
 constexpr int kMostPixels = 4096;
+/// A stream may claim any growth, but room takes bytes once it is written.
+constexpr int kMostGrowth = 256;
 
 } // namespace
 
@@ -62,7 +64,7 @@ const std::uint8_t* ImageList::Pixels(int slot) const {
 
 int ImageList::Add(const Picture& picture) {
     if (count + 1 >= maximum) {
-        maximum = std::min(maximum + grow + 1, kMostSlots);
+        maximum = std::min(maximum + std::min(grow, kMostGrowth) + 1, kMostSlots);
         if (count >= maximum)
             return -1;
     }

@@ -42,7 +42,8 @@ public:
 /// const operations may run beside each other.
 class ImageList {
 public:
-    /// `growth` as given; the stream shows it rounded up to a multiple of four. Sizes are 1 to 4096.
+    /// `growth` as given; the stream shows it rounded up to a multiple of four, and at most 256 slots are added at
+    /// once. Sizes are 1 to 4096.
     ImageList(int pictureWidth, int pictureHeight, int initial, int growth);
 
     int Width() const { return width; }

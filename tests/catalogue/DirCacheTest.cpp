@@ -162,7 +162,10 @@ TEST_F(DirCache, ADamagedFileIsToldAndDeletedAndCountsAsLoaded) {
     AddPictures(directory, 3);
     SaveDirCache(directory);
     const std::string whole = Disk(), bare = Unpacked(whole);
+    std::string otherSize;
+    ImageList(60, 40, 1, 25).Write(otherSize);
     const std::string cases[] = {"",
+                                 otherSize + otherSize,
                                  "no picture list",
                                  whole.substr(0, 15),
                                  whole.substr(0, whole.size() / 2),

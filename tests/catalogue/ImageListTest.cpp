@@ -248,6 +248,18 @@ TEST(ImageList, AListIsFullWhereItsStreamCanCountNoFurther) {
     EXPECT_THROW(ImageList(1, 4097, 1, 25), std::invalid_argument);
 }
 
+TEST(ImageList, AGrowthThatAStreamClaimsIsNotCarriedOutAtOnce) {
+    std::string bytes = Written(SampleList({3, 2, 2}));
+    bytes[8] = '\xFF';
+    bytes[9] = '\xFF';
+    const auto list = ReadWhole(bytes);
+    ASSERT_NE(list, nullptr);
+    EXPECT_EQ(Written(*list), bytes);
+    for (int i = 0; i < 40; ++i)
+        ASSERT_EQ(list->Add(Picture(3, 2)), 2 + i);
+    EXPECT_LT(Written(*list).size(), 10000u);
+}
+
 TEST(ImageList, WhereAListEndsIsToldFromItsHeads) {
     const std::string first = Written(SampleList({66, 49, 2})), second = Written(SampleList({130, 96, 1}));
     const std::string both = first + second + "rest";

@@ -1,10 +1,14 @@
 #include "tessaro/catalogue/Raster.h"
+#include "tessaro/platform/Text.h"
 #include "tests/preview/Dibs.h"
 #include "tests/support/RecorderWindow.h"
+#include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdlib>
+#include <filesystem>
 #include <limits>
 
 using namespace tests;
@@ -317,6 +321,45 @@ TEST_F(StoredThumbnail, withoutLargePicturesTheLargeListKeepsItsPlaceholder) {
     EXPECT_EQ(block.imageIndex, 1);
     EXPECT_EQ(directory.largeImages->Count(), 1);
     EXPECT_EQ(directory.smallImages->Count(), 2);
+}
+
+TEST_F(StoredThumbnail, pastTheLastSlotADrawingKeepsThePlaceholderAndTheLogSaysSo) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const auto session = [this] {
+        const TemporaryFolder folder;
+        std::filesystem::create_directory(folder.path() / "Log");
+        moduleFolder = platform::FromNarrow(folder.path().native());
+        directory.path = L"/library";
+        directory.largeImages = std::make_shared<ImageList>(1, 1, 1, 25);
+        directory.smallImages = std::make_shared<ImageList>(1, 1, 1, 25);
+        for (int slot = 0; slot < 65534; ++slot) {
+            directory.largeImages->Add(Picture(1, 1));
+            directory.smallImages->Add(Picture(1, 1));
+        }
+        block.name = L"last";
+        block.fileType = 16;
+        render(kGreen);
+        EXPECT_EQ(block.imageIndex, 65534);
+        for (const bool large : {true, false}) {
+            directory.useLargeImages = large;
+            Block late;
+            late.name = L"late";
+            late.fileType = 16;
+            PreviewBytes preview = makePlainDib(130, 96, kGreen);
+            RenderThumbnail(directory, late, preview, false, {});
+            EXPECT_EQ(late.imageIndex, 0);
+        }
+        EXPECT_EQ(directory.largeImages->Count(), 65535);
+        EXPECT_EQ(directory.smallImages->Count(), 65535);
+        std::string log;
+        for (const auto& file : std::filesystem::directory_iterator(folder.path() / "Log"))
+            log = readFile(file.path());
+        const std::string line = "The picture lists of /library are full, late keeps the placeholder\r\n";
+        EXPECT_EQ(log, line + line);
+        std::filesystem::remove_all(folder.path());
+        std::_Exit(HasFailure() ? 1 : 0);
+    };
+    EXPECT_EXIT(session(), testing::ExitedWithCode(0), "");
 }
 
 TEST_F(StoredThumbnail, onlyAReplacedPictureOfTheShownDirectoryRepaintsItsRow) {

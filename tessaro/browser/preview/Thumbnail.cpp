@@ -6,7 +6,10 @@
 
 #include "tessaro/catalogue/Raster.h"
 #include "tessaro/host/BrowserWindow.h"
+#include "tessaro/host/Log.h"
 #include "tessaro/host/ModuleState.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -82,18 +85,27 @@ Thumbnails DrawThumbnails(bool withLarge, std::int32_t fileType, PreviewBytes& p
     return pictures;
 }
 
+namespace {
+
+/// The new slot in both lists; the placeholder's where one of them is full.
+int AddPictures(Directory& directory, const Thumbnails& pictures) {
+    if (pictures.large && directory.LargeForWrite().Add(*pictures.large) < 0)
+        return 0;
+    return std::max(directory.SmallForWrite().Add(pictures.small), 0);
+}
+
+} // namespace
+
 void StoreThumbnails(Directory& directory, Block& block, const Thumbnails& pictures) {
-    const bool isNew = block.imageIndex == 0;
-    if (pictures.large) {
-        if (isNew)
-            block.imageIndex = directory.LargeForWrite().Add(*pictures.large);
-        else
-            directory.LargeForWrite().Replace(block.imageIndex, *pictures.large);
-    }
-    if (isNew) {
-        block.imageIndex = directory.SmallForWrite().Add(pictures.small);
+    if (block.imageIndex == 0) {
+        block.imageIndex = AddPictures(directory, pictures);
+        if (block.imageIndex == 0)
+            Log(L"The picture lists of %s are full, %s keeps the placeholder\n", directory.path.c_str(),
+                block.name.c_str());
         return;
     }
+    if (pictures.large)
+        directory.LargeForWrite().Replace(block.imageIndex, *pictures.large);
     directory.SmallForWrite().Replace(block.imageIndex, pictures.small);
     BrowserWindow* window = theBlockDlg;
     if (window != nullptr && currentDirectory == &directory && block.listIndex < window->BlockRowCount())
