@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <iterator>
 
 namespace editor {
 
@@ -50,6 +51,32 @@ Wireframe wireframeOfModelSpace(const AcDbDatabase& database, const WireframeLim
 namespace {
 
 constexpr std::size_t mostInserts = 200'000;
+
+/// The dashes of a linetype, neighbours of one kind joined, beginning with a drawn one.
+DashPattern dashPattern(const dwg::Linetype& linetype, double scale) {
+    DashPattern pattern;
+    double lead = 0; // left out ahead of the first dash, which closes the pattern
+    for (const auto& dash : linetype.dashes) {
+        if (!std::isfinite(dash.length))
+            return {};
+        const double length = std::abs(dash.length) * scale;
+        const bool isDrawn = dash.length >= 0;
+        const bool drawnIsNext = pattern.size() % 2 == 0;
+        if (pattern.empty() && !isDrawn)
+            lead += length;
+        else if (isDrawn == drawnIsNext)
+            pattern.push_back(length);
+        else
+            pattern.back() += length;
+    }
+    if (pattern.size() % 2 != 0)
+        pattern.push_back(lead);
+    else if (!pattern.empty())
+        pattern.back() += lead;
+    const bool hasGap =
+        std::ranges::any_of(pattern, [&](const double& part) { return (&part - pattern.data()) % 2 == 1 && part > 0; });
+    return hasGap ? pattern : DashPattern();
+}
 
 bool isDimension(const dwg::Object& object) {
     return object.type >= dwg::object_type::dimensionOrdinate && object.type <= dwg::object_type::dimensionDiameter;
@@ -103,6 +130,36 @@ std::uint16_t WireframeBuilder::colourOf(const dwg::Object& object, dwg::Handle 
     return index == 0 || index >= colourByLayer ? colourForeground : index;
 }
 
+dwg::Handle WireframeBuilder::linetypeOf(const dwg::Object& object, dwg::Handle layer,
+                                         const Surroundings& around) const {
+    switch (object.entity->linetypeFrom) {
+    case dwg::ByWhat::layer: {
+        const auto* const record = database.drawing.body<dwg::Layer>({0, layer});
+        return record == nullptr ? 0 : record->linetype.value;
+    }
+    case dwg::ByWhat::block:
+        return around.linetype;
+    case dwg::ByWhat::handle:
+        return object.entity->linetype.value;
+    default:
+        return 0;
+    }
+}
+
+std::uint32_t WireframeBuilder::patternOf(dwg::Handle linetype, double scale) {
+    const auto* const record = database.drawing.body<dwg::Linetype>({0, linetype});
+    if (record == nullptr || record->dashes.empty() || !(scale > 0) || !std::isfinite(scale))
+        return 0;
+    const auto [place, isNew] = patternIndex.try_emplace({linetype, scale}, 0);
+    if (!isNew)
+        return place->second;
+    const DashPattern made = dashPattern(*record, scale);
+    if (made.empty())
+        return 0;
+    result.patterns.push_back(made);
+    return place->second = static_cast<std::uint32_t>(result.patterns.size() - 1);
+}
+
 void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings& around) {
     if ((object.entity->invisibility & 1) != 0)
         return;
@@ -120,27 +177,27 @@ void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings&
     if (isDimension(object))
         return drawDimension(object, around);
     colour = colourOf(object, layer, around);
+    pattern = patternOf(linetypeOf(object, layer, around), database.header.LTSCALE * object.entity->linetypeScale);
     const Transform& to = around.transform;
     const bool isNested = around.depth > 0;
     constexpr std::uint8_t invisibleAttribute = 1, constantAttribute = 2;
-    object.body.visit(
-        [&](const auto& body) {
-            using Body = std::decay_t<decltype(body)>;
-            if constexpr (std::is_same_v<Body, dwg::Text>) {
+    object.body.visit([&](const auto& body) {
+        using Body = std::decay_t<decltype(body)>;
+        if constexpr (std::is_same_v<Body, dwg::Text>) {
+            draw(body.text, body.text.value, to);
+        } else if constexpr (std::is_same_v<Body, dwg::Attribute>) {
+            if ((body.flags & invisibleAttribute) == 0)
                 draw(body.text, body.text.value, to);
-            } else if constexpr (std::is_same_v<Body, dwg::Attribute>) {
-                if ((body.flags & invisibleAttribute) == 0)
-                    draw(body.text, body.text.value, to);
-            } else if constexpr (std::is_same_v<Body, dwg::AttributeDefinition>) {
-                // In an insert the attributes stand for the definitions, but for constant ones.
-                if (!isNested)
-                    draw(body.attribute.text, body.attribute.tag, to);
-                else if ((body.attribute.flags & constantAttribute) != 0)
-                    draw(body.attribute.text, body.attribute.text.value, to);
-            } else if constexpr (requires { this->draw(body, to); }) {
-                draw(body, to);
-            }
-        });
+        } else if constexpr (std::is_same_v<Body, dwg::AttributeDefinition>) {
+            // In an insert the attributes stand for the definitions, but for constant ones.
+            if (!isNested)
+                draw(body.attribute.text, body.attribute.tag, to);
+            else if ((body.attribute.flags & constantAttribute) != 0)
+                draw(body.attribute.text, body.attribute.text.value, to);
+        } else if constexpr (requires { this->draw(body, to); }) {
+            draw(body, to);
+        }
+    });
 }
 
 void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& insert, const Surroundings& around) {
@@ -152,6 +209,7 @@ void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& 
     inside.depth = around.depth + 1;
     inside.layer = layer;
     inside.colour = colourOf(object, layer, around);
+    inside.linetype = linetypeOf(object, layer, around);
     const Transform plane = around.transform.after(planeToWorld(insert.extrusion));
     const AcGePoint3d base = toPoint(block->basePoint);
     for (int row = 0; row < insert.rows; ++row) {
@@ -165,6 +223,11 @@ void WireframeBuilder::drawInsert(const dwg::Object& object, const dwg::Insert& 
                                    .moved({column * insert.columnSpacing, row * insert.rowSpacing, 0})
                                    .scaled(toVector(insert.scale))
                                    .moved({-base.x, -base.y, -base.z});
+            if (const auto drawing = database.references.find(insert.block.value); block->isExternalReference) {
+                if (drawing != database.references.end())
+                    drawReference(*drawing->second, inside);
+                continue;
+            }
             drawBlock(*block, inside);
         }
     }
@@ -187,7 +250,32 @@ void WireframeBuilder::drawDimension(const dwg::Object& object, const Surroundin
     inside.depth = around.depth + 1;
     inside.layer = layerOf(object, around);
     inside.colour = colourOf(object, inside.layer, around);
+    inside.linetype = linetypeOf(object, inside.layer, around);
     drawBlock(*block, inside);
+}
+
+void WireframeBuilder::drawReference(const AcDbDatabase& drawing, const Surroundings& around) {
+    const AcDbDatabase::Impl& other = *drawing.impl();
+    const auto* const space = other.drawing.body<dwg::BlockHeader>({0, other.modelSpace()});
+    if (space == nullptr)
+        return;
+    WireframeBuilder builder(other, limits);
+    builder.topEntity = topEntity;
+    builder.pointCount = pointCount;
+    builder.insertCount = insertCount;
+    builder.foreign = true;
+    Surroundings inside = around;
+    inside.layer = 0; // layers are the other drawing's own
+    builder.drawBlock(*space, inside);
+    pointCount = builder.pointCount;
+    insertCount = builder.insertCount;
+    result.cut = result.cut || builder.result.cut;
+    const auto offset = static_cast<std::uint32_t>(result.patterns.size());
+    for (Stroke& stroke : builder.result.strokes)
+        stroke.pattern += stroke.pattern == 0 ? 0 : offset - 1;
+    result.patterns.insert(result.patterns.end(), builder.result.patterns.begin() + 1, builder.result.patterns.end());
+    std::ranges::move(builder.result.strokes, std::back_inserter(result.strokes));
+    std::ranges::move(builder.result.texts, std::back_inserter(result.texts));
 }
 
 void WireframeBuilder::stroke(std::vector<AcGePoint3d> points, bool filled) {
@@ -200,7 +288,7 @@ void WireframeBuilder::stroke(std::vector<AcGePoint3d> points, bool filled) {
         result.cut = true;
         return;
     }
-    result.strokes.push_back({std::move(points), colour, filled, topEntity});
+    result.strokes.push_back({std::move(points), colour, filled, topEntity, foreign, pattern});
 }
 
 void WireframeBuilder::text(std::wstring content, const AcGePoint3d& position, const AcGeVector3d& along,
@@ -212,7 +300,7 @@ void WireframeBuilder::text(std::wstring content, const AcGePoint3d& position, c
         result.cut = true;
         return;
     }
-    result.texts.push_back({std::move(content), position, along, up, colour, topEntity});
+    result.texts.push_back({std::move(content), position, along, up, colour, topEntity, foreign});
 }
 
 } // namespace editor

@@ -8,6 +8,10 @@
 
 namespace editor {
 
+/// A linetype at the scale of an entity: lengths in drawing units, drawn and left out in turn, a drawn one first. A
+/// drawn length of 0 is a dot. Empty for a continuous line.
+using DashPattern = std::vector<double>;
+
 /// One run of straight pieces in world coordinates; curves are already broken into pieces. A single point is a mark.
 struct Stroke {
     std::vector<AcGePoint3d> points;
@@ -17,6 +21,10 @@ struct Stroke {
     bool filled = false;
     /// The entity of the drawn block record that it comes from: an insert for all that its definition draws.
     AcDbObjectId entity;
+    /// It belongs to another drawing, which an external reference shows.
+    bool foreign = false;
+    /// Index into Wireframe::patterns.
+    std::uint32_t pattern = 0;
 };
 
 /// One line of text. `position` is the left end of its baseline.
@@ -28,6 +36,7 @@ struct TextItem {
     AcGeVector3d along, up;
     std::uint16_t colour = 7;
     AcDbObjectId entity;
+    bool foreign = false;
 
     double height() const { return up.length(); }
     /// Radians from the world's x axis.
@@ -43,6 +52,8 @@ struct Extents {
 struct Wireframe {
     std::vector<Stroke> strokes;
     std::vector<TextItem> texts;
+    /// The first is the continuous one.
+    std::vector<DashPattern> patterns{{}};
     /// More than the limit: the rest wasn't drawn.
     bool cut = false;
 
@@ -57,8 +68,9 @@ struct WireframeLimits {
 };
 
 /// What a block record shows: LINE, CIRCLE, ARC, ELLIPSE, POINT, LWPOLYLINE with bulges, TEXT, MTEXT, ATTRIB, SOLID and
-/// all that inserts bring, in drawing order. Entities on layers that are off or frozen are left out, undecoded ones
-/// too. An id that names no block record gives nothing. Reads the database, so it belongs on its thread.
+/// all that inserts bring, external references that were loaded included, in drawing order. Entities on layers that are
+/// off or frozen are left out, undecoded ones too. An id that names no block record gives nothing. Reads the database,
+/// so it belongs on its thread.
 Wireframe wireframeOf(AcDbObjectId blockRecord, const WireframeLimits& limits = {});
 
 /// The wireframe of the model space.

@@ -4,6 +4,9 @@
 #include "editor/database/transform.h"
 #include "editor/database/wireframe.h"
 
+#include <map>
+#include <utility>
+
 namespace editor {
 
 /// Draws entity after entity into a Wireframe.
@@ -20,12 +23,16 @@ private:
         std::uint16_t colour = 7;
         /// The layer that stands for "0"; 0 outside of inserts.
         dwg::Handle layer = 0;
+        /// The linetype of what takes it from its block; 0 for a continuous one.
+        dwg::Handle linetype = 0;
         int depth = 0;
     };
 
     void drawBlock(const dwg::BlockHeader& block, const Surroundings& around);
     void drawEntity(const dwg::Object& object, const Surroundings& around);
     void drawInsert(const dwg::Object& object, const dwg::Insert& insert, const Surroundings& around);
+    /// The model space of another drawing, as a part of this one.
+    void drawReference(const AcDbDatabase& drawing, const Surroundings& around);
     void drawDimension(const dwg::Object& object, const Surroundings& around);
 
     void draw(const dwg::Line& line, const Transform& to);
@@ -51,6 +58,9 @@ private:
 
     dwg::Handle layerOf(const dwg::Object& object, const Surroundings& around) const;
     std::uint16_t colourOf(const dwg::Object& object, dwg::Handle layer, const Surroundings& around) const;
+    dwg::Handle linetypeOf(const dwg::Object& object, dwg::Handle layer, const Surroundings& around) const;
+    /// Index of the pattern of a linetype at a scale.
+    std::uint32_t patternOf(dwg::Handle linetype, double scale);
 
     const AcDbDatabase::Impl& database;
     const WireframeLimits limits;
@@ -60,6 +70,9 @@ private:
     /// Of the entity that is being drawn.
     std::uint16_t colour = 7;
     AcDbObjectId topEntity;
+    bool foreign = false;
+    std::uint32_t pattern = 0;
+    std::map<std::pair<dwg::Handle, double>, std::uint32_t> patternIndex;
 };
 
 } // namespace editor

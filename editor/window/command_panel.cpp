@@ -1,11 +1,14 @@
 #include "editor/window/command_panel.h"
 
+#include <QCompleter>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QRegularExpression>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace editor {
@@ -15,8 +18,19 @@ constexpr int historyLines = 5000;
 constexpr qsizetype recallLimit = 200;
 } // namespace
 
+QStringList keywordsOf(const QString& prompt) {
+    static const QRegularExpression brackets(QStringLiteral("\\[([^\\[\\]]*)\\]"));
+    const QString inside = brackets.match(prompt).captured(1);
+    QStringList keywords;
+    for (const QString& part : inside.split(QLatin1Char('/'), Qt::SkipEmptyParts))
+        keywords << part.trimmed();
+    keywords.removeAll(QString());
+    return keywords;
+}
+
 CommandPanel::CommandPanel(QWidget* parent)
-    : QWidget(parent), history(new QPlainTextEdit(this)), promptLabel(new QLabel(this)), input(new QLineEdit(this)) {
+    : QWidget(parent), history(new QPlainTextEdit(this)), promptLabel(new QLabel(this)), keywordRow(new QHBoxLayout),
+      input(new QLineEdit(this)) {
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     history->setObjectName("commandHistory");
     history->setReadOnly(true);
@@ -34,6 +48,8 @@ CommandPanel::CommandPanel(QWidget* parent)
     auto* line = new QHBoxLayout;
     line->setContentsMargins(6, 2, 6, 4);
     line->addWidget(promptLabel);
+    keywordRow->setSpacing(2);
+    line->addLayout(keywordRow);
     line->addWidget(input, 1);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
@@ -53,6 +69,37 @@ void CommandPanel::append(const QString& text) {
 
 void CommandPanel::setPrompt(const QString& prompt) {
     promptLabel->setText(prompt.trimmed());
+    showKeywords(keywordsOf(prompt));
+}
+
+void CommandPanel::showKeywords(const QStringList& keywords) {
+    while (QLayoutItem* item = keywordRow->takeAt(0)) {
+        // A button may be the sender of the click that is being answered.
+        item->widget()->hide();
+        item->widget()->deleteLater();
+        delete item;
+    }
+    for (const QString& keyword : keywords) {
+        auto* button = new QToolButton(this);
+        button->setText(keyword);
+        button->setAutoRaise(true);
+        button->setFocusPolicy(Qt::NoFocus);
+        button->setToolTip("Answer \"" + keyword + "\"");
+        connect(button, &QToolButton::clicked, this, [this, keyword] { submit(keyword); });
+        keywordRow->addWidget(button);
+    }
+}
+
+void CommandPanel::setCommandNames(const QStringList& names) {
+    auto* completer = new QCompleter(names, input);
+    completer->setCaseSensitivity(Qt::CaseInsensitive);
+    completer->setCompletionMode(QCompleter::InlineCompletion);
+    delete input->completer();
+    input->setCompleter(completer);
+}
+
+void CommandPanel::enter() {
+    submit(input->text());
 }
 
 void CommandPanel::takeKey(QKeyEvent* event) {

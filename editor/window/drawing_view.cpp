@@ -1,10 +1,7 @@
 #include "editor/window/drawing_view.h"
 
-#include "editor/database/colours.h"
-
 #include <QMouseEvent>
 #include <QPainter>
-#include <QPainterPath>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -14,176 +11,242 @@ namespace editor {
 
 namespace {
 
-constexpr double pickDistance = 6; // pixels
+constexpr double pickDistance = 6; // pixels, half the side of the pick box
+constexpr int restMilliseconds = 120;
+constexpr double margin = 0.94;
+constexpr double leastScale = 1e-9, mostScale = 1e9;
 
-double distanceToPiece(const QPointF& point, const QPointF& a, const QPointF& b) {
-    const QPointF along = b - a;
-    const double square = QPointF::dotProduct(along, along);
-    const double part = square == 0 ? 0 : std::clamp(QPointF::dotProduct(point - a, along) / square, 0.0, 1.0);
-    const QPointF away = point - (a + along * part);
-    return std::hypot(away.x(), away.y());
+const QColor rubberColour(230, 170, 60);
+const QColor markColour(90, 160, 255);
+
+/// What a block shows, and where its base lies.
+std::pair<Wireframe, AcGePoint3d> contentOf(AcDbObjectId block) {
+    AcDbBlockTableRecord* record = nullptr;
+    if (acdbOpenObject(record, block, AcDb::kForRead) != eOk)
+        return {};
+    const AcGePoint3d base = record->origin();
+    record->close();
+    return {wireframeOf(block), base};
 }
 
 } // namespace
 
 DrawingView::DrawingView(QWidget* parent) : QWidget(parent) {
     setObjectName("drawingView");
+    setAccessibleName("Drawing");
+    setAccessibleDescription("The model space of the current drawing; commands are typed below");
     setMouseTracking(true);
-    setCursor(Qt::CrossCursor);
+    setCursor(Qt::BlankCursor);
     setMinimumSize(320, 200);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    settle.setSingleShot(true);
+    settle.setInterval(restMilliseconds);
+    connect(&settle, &QTimer::timeout, this, [this] { repaintScene(false); });
     setBackground(0);
 }
 
 void DrawingView::setBackground(std::uint32_t colourWord) {
     background = QColor(colourWord & 0xFF, (colourWord >> 8) & 0xFF, (colourWord >> 16) & 0xFF);
-    update();
+    repaintScene(false);
 }
 
-void DrawingView::setWireframe(Wireframe wireframe) {
-    shown = std::move(wireframe);
+QColor DrawingView::contrast() const {
+    return background.lightness() > 127 ? Qt::black : Qt::white;
+}
+
+void DrawingView::setWireframe(const Wireframe& wireframe) {
+    scene = DrawingScene(wireframe);
     if (fitted)
         zoomExtents();
-    update();
+    repaintScene(false);
 }
 
 void DrawingView::zoomExtents() {
-    const Extents extents = shown.extents();
-    fitted = true;
+    const Extents& extents = scene.extents();
+    projection.size = size();
     if (extents.empty) {
-        centre = QPointF(width() / 2.0, height() / 2.0);
-        scale = 1;
+        projection.centre = QPointF(width() / 2.0, height() / 2.0);
+        projection.scale = 1;
     } else {
         const double spanX = extents.highest.x - extents.lowest.x;
         const double spanY = extents.highest.y - extents.lowest.y;
-        centre = QPointF(extents.lowest.x + spanX / 2, extents.lowest.y + spanY / 2);
-        scale = 0.94 * std::min(width() / std::max(spanX, 1e-9), height() / std::max(spanY, 1e-9));
-        if (!std::isfinite(scale) || scale > 1e6)
-            scale = 1;
+        projection.centre = QPointF(extents.lowest.x + spanX / 2, extents.lowest.y + spanY / 2);
+        const double scale = margin * std::min(width() / std::max(spanX, 1e-9), height() / std::max(spanY, 1e-9));
+        projection.scale = std::isfinite(scale) && scale > leastScale && scale < 1e6 ? scale : 1;
+    }
+    fitted = true;
+    repaintScene(false);
+}
+
+View DrawingView::view() const {
+    const QRectF seen = projection.visible();
+    return {{projection.centre.x(), projection.centre.y(), 0}, seen.width(), seen.height()};
+}
+
+void DrawingView::setView(const View& part) {
+    const double scale = std::min(width() / std::max(part.width, 1e-12), height() / std::max(part.height, 1e-12));
+    if (!std::isfinite(scale) || !std::isfinite(part.center.x) || !std::isfinite(part.center.y))
+        return;
+    projection.scale = std::clamp(scale, leastScale, mostScale);
+    projection.centre = {part.center.x, part.center.y};
+    fitted = false;
+    repaintScene(false);
+}
+
+void DrawingView::setPrompt(const Prompt& prompt) {
+    rubberBand = prompt.base;
+    rectangle = prompt.rectangle;
+    selecting = prompt.kind == Prompt::Kind::Selection;
+    picking = selecting || prompt.kind == Prompt::Kind::Point;
+    ghost = prompt.ghost;
+    if (ghost) {
+        const auto [content, base] = contentOf(ghost->block);
+        ghostScene = DrawingScene(content);
+        ghostBase = base;
     }
     update();
 }
 
-void DrawingView::setRubberBand(const std::optional<AcGePoint3d>& base) {
-    rubberBand = base;
+void DrawingView::endPrompt() {
+    rubberBand.reset();
+    ghost.reset();
+    ghostScene = DrawingScene();
+    picking = selecting = rectangle = false;
     update();
+}
+
+void DrawingView::highlight(std::vector<AcDbObjectId> objects) {
+    marked = std::move(objects);
+    repaintScene(false);
 }
 
 AcDbObjectId DrawingView::objectAt(const AcGePoint3d& point) const {
-    const QPointF at = toScreen(point);
-    double nearest = pickDistance;
-    AcDbObjectId found;
-    const auto offer = [&](double distance, AcDbObjectId entity) {
-        if (distance <= nearest) {
-            nearest = distance;
-            found = entity;
-        }
-    };
-    for (const Stroke& stroke : shown.strokes)
-        for (std::size_t i = 0; i < stroke.points.size(); ++i)
-            offer(distanceToPiece(at, toScreen(stroke.points[i]),
-                                  toScreen(stroke.points[std::max<std::size_t>(i, 1) - 1])),
-                  stroke.entity);
-    for (const TextItem& text : shown.texts) {
-        const AcGePoint3d end = text.position + text.along * static_cast<double>(text.content.size());
-        offer(distanceToPiece(at, toScreen(text.position), toScreen(end)), text.entity);
-    }
-    return found;
+    return scene.objectAt(projection.toSurface(point.x, point.y), projection, pickDistance);
 }
 
-QPointF DrawingView::toScreen(const AcGePoint3d& point) const {
-    return {width() / 2.0 + (point.x - centre.x()) * scale, height() / 2.0 - (point.y - centre.y()) * scale};
+void DrawingView::repaintScene(bool moving) {
+    rough = moving;
+    if (moving)
+        settle.start();
+    picture = QPixmap();
+    update();
 }
 
-AcGePoint3d DrawingView::toDrawing(const QPointF& point) const {
-    return {centre.x() + (point.x() - width() / 2.0) / scale, centre.y() - (point.y() - height() / 2.0) / scale, 0};
+void DrawingView::paintPicture() {
+    const qreal ratio = devicePixelRatioF();
+    picture = QPixmap(size() * ratio);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(background);
+    QPainter painter(&picture);
+    scene.paint(painter, projection, {background, !rough});
+    if (!marked.empty())
+        scene.paint(painter, projection, {background, !rough, markColour}, marked);
+    paintAxes(painter);
 }
 
-QColor DrawingView::colourOf(std::uint16_t index) const {
-    if (index == colourForeground)
-        return background.lightness() > 127 ? Qt::black : Qt::white;
-    const Rgb rgb = colourOfIndex(index);
-    return {rgb.red, rgb.green, rgb.blue};
-}
-
-void DrawingView::drawAxes(QPainter& painter) const {
+void DrawingView::paintAxes(QPainter& painter) const {
     // The usual mark of the axes' directions in the lower left corner.
     const QPointF corner(28.5, height() - 28.5);
     painter.setPen(QPen(QColor(200, 90, 90), 1));
     painter.drawLine(corner, corner + QPointF(34, 0));
     painter.drawText(corner + QPointF(38, 4), "X");
-    painter.setPen(QPen(QColor(90, 180, 90), 1));
+    painter.setPen(QPen(QColor(70, 160, 70), 1));
     painter.drawLine(corner, corner - QPointF(0, 34));
     painter.drawText(corner + QPointF(-4, -38), "Y");
 }
 
-void DrawingView::drawText(QPainter& painter, const TextItem& item) const {
-    const double pixels = item.height() * scale;
-    if (pixels < 2 || pixels > 20000)
-        return;
-    // The font gives the shapes at a fixed size; the item's own directions give size, slope and mirroring.
-    QFont font("Sans");
-    font.setPixelSize(64);
-    const QFontMetricsF metrics(font);
-    const double capital = metrics.capHeight() > 0 ? metrics.capHeight() : 46;
-    const double average = std::max(1.0, metrics.averageCharWidth());
-    QPainterPath path;
-    path.addText(0, 0, font, QString::fromStdWString(item.content));
-    const QPointF origin = toScreen(item.position);
-    const QTransform toPlace(item.along.x * scale / average, -item.along.y * scale / average,
-                             -item.up.x * scale / capital, item.up.y * scale / capital, origin.x(), origin.y());
-    painter.fillPath(toPlace.map(path), colourOf(item.colour));
+void DrawingView::paintRubberBand(QPainter& painter) const {
+    const QPointF base = projection.toSurface(rubberBand->x, rubberBand->y);
+    painter.setPen(QPen(rubberColour, 1, Qt::DashLine));
+    painter.setBrush(Qt::NoBrush);
+    if (rectangle)
+        painter.drawRect(QRectF(base, *pointer).normalized());
+    else
+        painter.drawLine(base, *pointer);
+}
+
+void DrawingView::paintGhost(QPainter& painter) const {
+    // The scene is painted about its base with the pointer in the middle of the surface.
+    Projection about = projection;
+    about.centre = {ghostBase.x, ghostBase.y};
+    const QPointF middle(projection.size.width() / 2, projection.size.height() / 2);
+    const double furthest = std::hypot(projection.size.width(), projection.size.height());
+    about.size = {4 * furthest, 4 * furthest};
+    const QPointF wide(2 * furthest, 2 * furthest);
+    painter.save();
+    painter.translate(*pointer);
+    painter.rotate(-ghost->rotation * 180 / M_PI);
+    painter.scale(ghost->scale.x, ghost->scale.y);
+    painter.translate(-wide);
+    painter.setOpacity(0.6);
+    ghostScene.paint(painter, about, {background, true});
+    painter.restore();
+}
+
+void DrawingView::paintPointer(QPainter& painter) const {
+    const QPointF place(std::floor(pointer->x()) + 0.5, std::floor(pointer->y()) + 0.5);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    QColor colour = contrast();
+    colour.setAlpha(150);
+    painter.setPen(QPen(colour, 1));
+    painter.setBrush(Qt::NoBrush);
+    if (!selecting) {
+        painter.drawLine(QPointF(0, place.y()), QPointF(width(), place.y()));
+        painter.drawLine(QPointF(place.x(), 0), QPointF(place.x(), height()));
+    }
+    if (!picking || selecting)
+        painter.drawRect(
+            QRectF(place.x() - pickDistance, place.y() - pickDistance, 2 * pickDistance, 2 * pickDistance));
 }
 
 void DrawingView::paintEvent(QPaintEvent*) {
+    if (picture.isNull())
+        paintPicture();
     QPainter painter(this);
-    painter.fillRect(rect(), background);
+    painter.drawPixmap(0, 0, picture);
+    if (!pointer)
+        return;
     painter.setRenderHint(QPainter::Antialiasing);
-    QPolygonF piece;
-    for (const Stroke& stroke : shown.strokes) {
-        piece.clear();
-        for (const AcGePoint3d& point : stroke.points)
-            piece << toScreen(point);
-        const QColor colour = colourOf(stroke.colour);
-        painter.setPen(QPen(colour, 1));
-        if (stroke.filled) {
-            painter.setBrush(colour);
-            painter.drawPolygon(piece);
-        } else if (piece.size() == 1) {
-            painter.drawEllipse(piece.first(), 1, 1);
-        } else {
-            painter.setBrush(Qt::NoBrush);
-            painter.drawPolyline(piece);
-        }
-    }
-    for (const TextItem& item : shown.texts)
-        drawText(painter, item);
-    drawAxes(painter);
-    if (rubberBand) {
-        painter.setPen(QPen(QColor(230, 200, 90), 1, Qt::DashLine));
-        painter.drawLine(toScreen(*rubberBand), pointer);
-    }
+    if (ghost)
+        paintGhost(painter);
+    if (rubberBand)
+        paintRubberBand(painter);
+    paintPointer(painter);
 }
 
 void DrawingView::wheelEvent(QWheelEvent* event) {
-    const double factor = std::pow(1.0015, event->angleDelta().y());
-    const double wanted = scale * factor;
-    if (wanted < 1e-9 || wanted > 1e9)
+    const double wanted = projection.scale * std::pow(1.0015, event->angleDelta().y());
+    if (wanted < leastScale || wanted > mostScale)
         return;
-    const AcGePoint3d under = toDrawing(event->position());
-    scale = wanted;
-    const AcGePoint3d now = toDrawing(event->position());
-    centre += QPointF(under.x - now.x, under.y - now.y);
+    const QPointF under = projection.toDrawing(event->position());
+    projection.scale = wanted;
+    projection.centre += under - projection.toDrawing(event->position());
     fitted = false;
-    update();
+    repaintScene(true);
 }
 
 void DrawingView::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        const AcGePoint3d point = toDrawing(event->position());
-        emit pointPicked(point.x, point.y);
+        const QPointF point = projection.toDrawing(event->position());
+        emit pointPicked(point.x(), point.y());
     } else if (event->button() == Qt::MiddleButton) {
         dragStart = event->position();
+        setCursor(Qt::ClosedHandCursor);
+    } else if (event->button() == Qt::RightButton) {
+        emit entered();
     }
+}
+
+void DrawingView::mouseDoubleClickEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton)
+        zoomExtents();
+    else
+        mousePressEvent(event);
+}
+
+void DrawingView::mouseReleaseEvent(QMouseEvent* event) {
+    if (event->button() == Qt::MiddleButton)
+        setCursor(Qt::BlankCursor);
 }
 
 void DrawingView::mouseMoveEvent(QMouseEvent* event) {
@@ -191,19 +254,25 @@ void DrawingView::mouseMoveEvent(QMouseEvent* event) {
     if (event->buttons() & Qt::MiddleButton) {
         const QPointF moved = event->position() - dragStart;
         dragStart = event->position();
-        centre += QPointF(-moved.x() / scale, moved.y() / scale);
+        projection.centre += QPointF(-moved.x() / projection.scale, moved.y() / projection.scale);
         fitted = false;
-        update();
-    } else if (rubberBand) {
-        update();
+        repaintScene(true);
     }
-    const AcGePoint3d point = toDrawing(pointer);
-    emit pointerMoved(point.x, point.y);
+    update();
+    const QPointF point = projection.toDrawing(*pointer);
+    emit pointerMoved(point.x(), point.y());
+}
+
+void DrawingView::leaveEvent(QEvent*) {
+    pointer.reset();
+    update();
 }
 
 void DrawingView::resizeEvent(QResizeEvent*) {
+    projection.size = size();
     if (fitted)
         zoomExtents();
+    repaintScene(false);
 }
 
 } // namespace editor

@@ -1,16 +1,20 @@
 #pragma once
 
-#include "editor/database/wireframe.h"
+#include "editor/application/services.h"
+#include "editor/window/drawing_scene.h"
 
-#include <QColor>
+#include <QPixmap>
+#include <QTimer>
 #include <QWidget>
-
-#include <optional>
 
 namespace editor {
 
-/// Shows the model space of a drawing from above: the wheel zooms at the pointer, the middle button drags, a click with
-/// the left button picks a point. Holds a copy of the wireframe, never the drawing.
+/// Shows the model space of a drawing from above: the wheel zooms at the pointer, the middle button drags (a double
+/// click of it shows the whole drawing), a click with the left button picks a point. Holds copies of what it draws,
+/// never the drawing.
+///
+/// The drawing itself is painted once for each view into a picture; pointer, cross-hair, rubber band and ghost are
+/// painted over it. While the view moves it is painted without smoothing, which follows when it rests.
 class DrawingView : public QWidget {
     Q_OBJECT
 
@@ -19,40 +23,62 @@ public:
 
     /// Red in the low byte, as the host tells its colours.
     void setBackground(std::uint32_t colourWord);
-    void setWireframe(Wireframe wireframe);
+    void setWireframe(const Wireframe& wireframe);
     /// The whole drawing, with a small margin.
     void zoomExtents();
-    /// A line is drawn from here to the pointer until it is taken away.
-    void setRubberBand(const std::optional<AcGePoint3d>& base);
+    View view() const;
+    /// Shows all of that part of the model, and what else fits the widget's shape.
+    void setView(const View& part);
+    /// What a prompt shows at the pointer: a line or a rectangle from its base, a ghost.
+    void setPrompt(const Prompt& prompt);
+    void endPrompt();
+    void highlight(std::vector<AcDbObjectId> objects);
     /// The object whose drawing passes nearest to the point, within a few pixels; null without one.
     AcDbObjectId objectAt(const AcGePoint3d& point) const;
 
 signals:
     void pointPicked(double x, double y);
     void pointerMoved(double x, double y);
+    /// The right button: Enter.
+    void entered();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
 
 private:
-    QPointF toScreen(const AcGePoint3d& point) const;
-    AcGePoint3d toDrawing(const QPointF& point) const;
-    QColor colourOf(std::uint16_t index) const;
-    void drawAxes(QPainter& painter) const;
-    void drawText(QPainter& painter, const TextItem& item) const;
+    /// The picture is to be painted anew; roughly while the view moves.
+    void repaintScene(bool moving);
+    void paintPicture();
+    void paintPointer(QPainter& painter) const;
+    void paintRubberBand(QPainter& painter) const;
+    void paintGhost(QPainter& painter) const;
+    void paintAxes(QPainter& painter) const;
+    QColor contrast() const;
 
-    Wireframe shown;
+    DrawingScene scene;
+    DrawingScene ghostScene;
+    std::optional<Ghost> ghost;
+    AcGePoint3d ghostBase;
+    std::vector<AcDbObjectId> marked;
     QColor background;
-    double scale = 1;   // pixels a drawing unit
-    QPointF centre;     // drawing coordinates at the middle of the view
-    bool fitted = true; // nothing was zoomed or dragged since the last fit
-    QPointF pointer;
+    Projection projection;
+    bool fitted = true; ///< nothing was zoomed or dragged since the last fit
+    QPixmap picture;    ///< null where it is to be painted
+    bool rough = false;
+    QTimer settle;
+    std::optional<QPointF> pointer;
     QPointF dragStart;
     std::optional<AcGePoint3d> rubberBand;
+    bool rectangle = false;
+    bool picking = false; ///< a point is asked for, or a selection
+    bool selecting = false;
 };
 
 } // namespace editor

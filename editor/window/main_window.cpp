@@ -20,19 +20,37 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QStatusBar>
+#include <QTabBar>
 #include <QTimer>
+#include <QVBoxLayout>
 
 namespace editor {
 
 namespace {
 const char* const drawingFilter = "Drawings (*.dwg *.DWG)";
-}
+constexpr std::uint32_t darkBackground = 0, lightBackground = 0xFFFFFF;
+} // namespace
 
-MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(this)), coordinates(new QLabel(this)),
-      ribbon(new Ribbon(this)), applicationBar(new ButtonToolBar(this)) {
+MainWindow::MainWindow()
+    : tabs(new QTabBar(this)), drawing(new DrawingView(this)), panel(new CommandPanel(this)),
+      coordinates(new QLabel(this)), ribbon(new Ribbon(this)), applicationBar(new ButtonToolBar(this)) {
     setObjectName("mainWindow");
     resize(1280, 860);
-    setCentralWidget(view);
+    tabs->setObjectName("documentTabs");
+    tabs->setAccessibleName("Drawings");
+    tabs->setTabsClosable(true);
+    tabs->setDocumentMode(true);
+    tabs->setExpanding(false);
+    tabs->setElideMode(Qt::ElideMiddle);
+    auto* middle = new QWidget(this);
+    auto* column = new QVBoxLayout(middle);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(tabs);
+    column->addWidget(drawing, 1);
+    setCentralWidget(middle);
+    connect(tabs, &QTabBar::tabBarClicked, this, &MainWindow::activateTab);
+    connect(tabs, &QTabBar::tabCloseRequested, this, &MainWindow::closeTab);
 
     auto* dock = new QDockWidget("Command Line", this);
     dock->setObjectName("commandDock");
@@ -47,15 +65,16 @@ MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(t
     statusBar()->addPermanentWidget(coordinates);
     makeMenus();
 
-    connect(view, &DrawingView::pointPicked, this, [this](double x, double y) {
+    connect(drawing, &DrawingView::pointPicked, this, [this](double x, double y) {
         UserEvent event;
         event.kind = UserEvent::Kind::Point;
         event.point = {x, y, 0};
         give(std::move(event));
     });
-    connect(view, &DrawingView::pointerMoved, this, [this](double x, double y) {
+    connect(drawing, &DrawingView::pointerMoved, this, [this](double x, double y) {
         coordinates->setText(QString("%1, %2").arg(x, 0, 'f', 4).arg(y, 0, 'f', 4));
     });
+    connect(drawing, &DrawingView::entered, panel, &CommandPanel::enter);
     connect(panel, &CommandPanel::entered, this, &MainWindow::send);
     connect(panel, &CommandPanel::cancelled, this, [this] {
         UserEvent event;
@@ -66,7 +85,7 @@ MainWindow::MainWindow() : view(new DrawingView(this)), panel(new CommandPanel(t
 
     AcColorSettings colours;
     if (acedGetCurrentColors(&colours))
-        view->setBackground(colours.dwGfxModelBkColor);
+        drawing->setBackground(colours.dwGfxModelBkColor);
 }
 
 MainWindow::~MainWindow() = default;
@@ -89,7 +108,11 @@ void MainWindow::makeMenus() {
     QMenu* viewMenu = menuBar()->addMenu("&View");
     QAction* extents = viewMenu->addAction("Zoom &Extents");
     extents->setShortcut(QKeySequence("Ctrl+E"));
-    connect(extents, &QAction::triggered, view, &DrawingView::zoomExtents);
+    connect(extents, &QAction::triggered, drawing, &DrawingView::zoomExtents);
+
+    QAction* light = viewMenu->addAction("&Light Background");
+    light->setCheckable(true);
+    connect(light, &QAction::toggled, this, &MainWindow::setLightBackground);
 
     ribbon->addPanel("Blocks", {library});
     ribbon->addPanel("View", {extents});
@@ -144,7 +167,7 @@ UserEvent MainWindow::next(const Prompt& prompt) {
     atCommandPrompt = prompt.kind == Prompt::Kind::Command;
     panel->setPrompt(QString::fromStdWString(prompt.text));
     panel->setWholeLine(prompt.wholeLine);
-    view->setRubberBand(prompt.base);
+    drawing->setPrompt(prompt);
     if (waiting.empty()) {
         QEventLoop own;
         QEventLoop* outer = loop;
@@ -152,7 +175,7 @@ UserEvent MainWindow::next(const Prompt& prompt) {
         own.exec();
         loop = outer;
     }
-    view->setRubberBand(std::nullopt);
+    drawing->endPrompt();
     return takeWaiting().value_or(UserEvent{UserEvent::Kind::End, {}, {}});
 }
 
@@ -179,10 +202,10 @@ std::optional<std::wstring> MainWindow::pickFileToSave(const std::wstring& start
     return file.toStdWString();
 }
 
-SaveAnswer MainWindow::askToSave(const std::wstring& drawing) {
+SaveAnswer MainWindow::askToSave(const std::wstring& file) {
     const auto answer = QMessageBox::question(
         this, "Drawing Editor",
-        QString("Save changes to %1?").arg(QFileInfo(QString::fromStdWString(drawing)).fileName()),
+        QString("Save changes to %1?").arg(QFileInfo(QString::fromStdWString(file)).fileName()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
     if (answer == QMessageBox::Save)
         return SaveAnswer::Save;
@@ -195,19 +218,90 @@ std::optional<int> MainWindow::pickColour(int start) {
 }
 
 AcDbObjectId MainWindow::objectAt(const AcGePoint3d& point) {
-    return view->objectAt(point);
+    return drawing->objectAt(point);
 }
 
 void MainWindow::zoomExtents() {
-    view->zoomExtents();
+    drawing->zoomExtents();
+}
+
+std::optional<View> MainWindow::view() const {
+    return drawing->view();
+}
+
+void MainWindow::setView(const View& part) {
+    drawing->setView(part);
+}
+
+void MainWindow::regenerate() {
+    refresh();
+}
+
+void MainWindow::highlight(const std::vector<AcDbObjectId>& objects) {
+    drawing->highlight(objects);
 }
 
 void MainWindow::documentsChanged() {
     const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
     const QString name = document == nullptr ? QString() : QString::fromWCharArray(document->fileName());
     setWindowTitle(name.isEmpty() ? QString("Drawing Editor") : QFileInfo(name).fileName() + " - Drawing Editor");
+    fillTabs();
+    if (document == shown) {
+        refresh();
+        return;
+    }
+    if (shown != nullptr)
+        views[shown] = drawing->view();
+    shown = document;
+    drawing->highlight({});
     refresh();
-    view->zoomExtents();
+    if (const auto before = views.find(document); before != views.end())
+        drawing->setView(before->second);
+    else
+        drawing->zoomExtents();
+}
+
+void MainWindow::fillTabs() {
+    const QSignalBlocker quiet(tabs);
+    while (tabs->count() > 0)
+        tabs->removeTab(0);
+    if (Editor::instance() == nullptr)
+        return;
+    DocumentManager& documents = Editor::instance()->documents();
+    for (const auto& document : documents.all()) {
+        const QString title = QString::fromStdWString(document->title()).replace(QLatin1Char('&'), "&&");
+        const int tab = tabs->addTab(document->isChanged() ? title + QLatin1Char('*') : title);
+        tabs->setTabToolTip(tab, QString::fromWCharArray(document->fileName()));
+        if (document.get() == documents.current())
+            tabs->setCurrentIndex(tab);
+    }
+    std::erase_if(views, [&](const auto& entry) { return !documents.isOpen(entry.first); });
+}
+
+void MainWindow::activateTab(int tab) {
+    if (Editor::instance() == nullptr || tab < 0)
+        return;
+    DocumentManager& documents = Editor::instance()->documents();
+    const auto& all = documents.all();
+    // In the middle of a command the drawing stays.
+    if (atCommandPrompt && static_cast<std::size_t>(tab) < all.size() &&
+        documents.activateDocument(all[static_cast<std::size_t>(tab)].get()) == eOk)
+        interrupt();
+    else
+        QTimer::singleShot(0, this, &MainWindow::fillTabs);
+}
+
+void MainWindow::closeTab(int tab) {
+    activateTab(tab);
+    if (atCommandPrompt)
+        send("._CLOSE\n");
+}
+
+void MainWindow::setLightBackground(bool light) {
+    AcColorSettings colours = Editor::instance()->colours();
+    colours.dwGfxModelBkColor = light ? lightBackground : darkBackground;
+    Editor::instance()->setColours(colours);
+    drawing->setBackground(colours.dwGfxModelBkColor);
 }
 
 void MainWindow::drawingChanged() {
@@ -218,12 +312,13 @@ void MainWindow::drawingChanged() {
     QTimer::singleShot(0, this, [this] {
         refreshing = false;
         refresh();
+        fillTabs();
     });
 }
 
 void MainWindow::refresh() {
     const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
-    view->setWireframe(document == nullptr ? Wireframe() : wireframeOfModelSpace(*document->database()));
+    drawing->setWireframe(document == nullptr ? Wireframe() : wireframeOfModelSpace(*document->database()));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

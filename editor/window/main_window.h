@@ -5,15 +5,18 @@
 #include <QMainWindow>
 
 #include <deque>
+#include <map>
 #include <string_view>
 
 class QEventLoop;
+class AcApDocument;
 class QLabel;
+class QTabBar;
 
 namespace editor {
 
-class ButtonToolBar;
 class CommandPanel;
+class ButtonToolBar;
 class DrawingView;
 class Ribbon;
 
@@ -43,6 +46,10 @@ public:
     std::optional<int> pickColour(int start) override;
     AcDbObjectId objectAt(const AcGePoint3d& point) override;
     void zoomExtents() override;
+    std::optional<View> view() const override;
+    void setView(const View& part) override;
+    void regenerate() override;
+    void highlight(const std::vector<AcDbObjectId>& objects) override;
     void buttonsChanged() override;
     void documentsChanged() override;
     void drawingChanged() override;
@@ -64,12 +71,19 @@ private:
     void give(UserEvent event);
     void send(const QString& text);
     void refresh();
+    void fillTabs();
+    void activateTab(int tab);
+    void closeTab(int tab);
+    void setLightBackground(bool light);
 
-    DrawingView* view;
+    QTabBar* tabs;
+    DrawingView* drawing;
     CommandPanel* panel;
     QLabel* coordinates;
     Ribbon* ribbon;
     ButtonToolBar* applicationBar;
+    const AcApDocument* shown = nullptr;       // compared, never used
+    std::map<const AcApDocument*, View> views; // how each drawing was looked at last
     std::deque<UserEvent> waiting;
     QEventLoop* loop = nullptr; // of the innermost next()
     bool atCommandPrompt = false;
