@@ -13,12 +13,17 @@
 
 namespace {
 
-/// Takes the Directory out of the queue, of both lists of the window and of the catalogue; false where it has left the
-/// catalogue by another way.
-bool TakeOut(Directory* directory, int row) {
+enum class Taken { yes, later, gone };
+
+/// Takes the Directory out of the queue, of both lists of the window and of the catalogue, and its cache file with it,
+/// since the next Directory may get its name. Not while that file is being written, nor where the Directory has left
+/// the catalogue by another way.
+Taken TakeOut(Directory* directory, int row) {
     const auto place = std::find(directories.begin(), directories.end(), directory);
     if (place == directories.end())
-        return false;
+        return Taken::gone;
+    if (MayBeSaved(directory))
+        return Taken::later;
     const std::lock_guard queue(loader.cs);
     loader.loadQueue.remove(directory);
     if (BrowserWindow* const window = theBlockDlg) {
@@ -36,7 +41,10 @@ bool TakeOut(Directory* directory, int row) {
     if (currentDirectory == directory)
         currentDirectory = nullptr;
     directories.erase(place);
-    return true;
+    if (!directory->cacheFile.empty())
+        platform::RemoveFile(directory->cacheFile);
+    RetireDirectory(directory);
+    return Taken::yes;
 }
 
 struct DeleteScope {
@@ -69,16 +77,11 @@ void DeleteDirectory(Directory* directory, int row, LoaderWaits waits) {
     while (loader.pause != 0 && loaderThreads.workerRuns)
         std::this_thread::sleep_for(waits.deletePoll);
 
-    bool taken = false;
-    std::wstring cacheFile;
-    platform::CallOnMainThread([&] {
-        taken = TakeOut(directory, row);
-        if (taken)
-            cacheFile = directory->cacheFile;
-    });
-    if (!taken)
-        return;
-    if (!cacheFile.empty())
-        platform::RemoveFile(cacheFile);
-    platform::CallOnMainThread([&] { RetireDirectory(directory); });
+    auto taken = Taken::later;
+    for (;;) {
+        platform::CallOnMainThread([&] { taken = TakeOut(directory, row); });
+        if (taken != Taken::later)
+            return;
+        std::this_thread::sleep_for(waits.deletePoll);
+    }
 }

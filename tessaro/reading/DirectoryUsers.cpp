@@ -15,6 +15,7 @@ namespace {
 struct Users {
     std::mutex lock;
     const Directory* reading = nullptr; ///< by the worker; guarded by `lock`
+    const Directory* saving = nullptr;  ///< by the one that reads; guarded by `lock`
     std::vector<Directory*> retired;    ///< owned; guarded by `lock`
 
     // Main thread.
@@ -50,17 +51,36 @@ void BeginReading(Directory* directory) {
 bool BeginReadingIfListed(Directory* directory) {
     bool listed = false;
     platform::CallOnMainThread([&] {
-        listed = std::find(directories.begin(), directories.end(), directory) != directories.end();
+        listed = BeginSaving(directory);
         if (listed)
             BeginReading(directory);
     });
     return listed;
 }
 
+bool BeginSaving(const Directory* directory) {
+    if (std::find(directories.begin(), directories.end(), directory) == directories.end())
+        return false;
+    const std::lock_guard guard(users.lock);
+    users.saving = directory;
+    return true;
+}
+
+void EndSaving() {
+    const std::lock_guard guard(users.lock);
+    users.saving = nullptr;
+}
+
+bool MayBeSaved(const Directory* directory) {
+    const std::lock_guard guard(users.lock);
+    return users.saving == directory;
+}
+
 void EndReading() {
     {
         const std::lock_guard guard(users.lock);
         users.reading = nullptr;
+        users.saving = nullptr;
         if (users.retired.empty())
             return;
     }

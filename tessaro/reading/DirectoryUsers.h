@@ -21,6 +21,13 @@ struct ReadingScope {
 /// it isn't freed before EndReading. Any thread.
 bool BeginReadingIfListed(Directory* directory);
 
+/// The worker is about to write the Directory's cache file, which it ends by EndSaving or EndReading. False where the
+/// Directory has left the catalogue: its file, or that of its successor, is not to be written any more. Main thread.
+bool BeginSaving(const Directory* directory);
+void EndSaving();
+/// Whether another thread may be writing the Directory's cache file. Main thread.
+bool MayBeSaved(const Directory* directory);
+
 /// Empties the block list. Main thread.
 void EmptyBlockRows(BrowserWindow& window);
 /// The rows of the block list hold Blocks of this Directory from now on. Main thread.

@@ -175,7 +175,7 @@ private:
     bool BeginSave() const {
         bool save = false;
         platform::CallOnMainThread([&] {
-            save = !Shown() && directory.dirty;
+            save = !Shown() && directory.dirty && BeginSaving(&directory);
             if (save)
                 SetDirectoryCell(directory, kStateColumn, L"S");
         });
@@ -183,6 +183,7 @@ private:
     }
 
     void EndSave() {
+        EndSaving();
         directory.dirty = false;
         // It may have become the shown one meanwhile, whose pictures nobody would read again.
         if (!Shown())

@@ -16,12 +16,15 @@ struct LoaderWaits {
     std::chrono::milliseconds kick{500};       ///< for `kickevent`
     std::chrono::milliseconds deletePoll{125}; ///< between two looks at `pause`
 };
+/// The waits of the threads that are started without others of their own; a long run may want shorter ones. Main thread.
+LoaderWaits UsualLoaderWaits();
+void SetUsualLoaderWaits(LoaderWaits waits);
 
 /// Thread function of the worker; gives 0. An exception other than CheckPause's ends the loop and is logged; `quitdone`
 /// is set all the same.
-int LoopLoadDir(LoaderWaits waits = {});
+int LoopLoadDir(LoaderWaits waits = UsualLoaderWaits());
 /// Starts a worker. Main thread.
-void StartLoader(LoaderWaits waits = {});
+void StartLoader(LoaderWaits waits = UsualLoaderWaits());
 /// Marks everything for checking and fills the queue, current directory first. Main thread.
 void ValidateDirs();
 /// Puts a Directory at the head of the queue and interrupts the worker. Any thread.
@@ -38,10 +41,10 @@ void FinishClose();
 /// Throws 1 on a raised `pause`, 2 with `quit` set. Worker.
 void CheckPause();
 /// Starts the thread that deletes the Directory of a row. Main thread.
-void StartDeleteDirectory(int row, LoaderWaits waits = {});
+void StartDeleteDirectory(int row, LoaderWaits waits = UsualLoaderWaits());
 /// Thread function of the delete path: waits until the worker has noticed the change of directory, or has ended, and
 /// removes the Directory with its row and its cache file.
-void DeleteDirectory(Directory* directory, int row, LoaderWaits waits = {});
+void DeleteDirectory(Directory* directory, int row, LoaderWaits waits = UsualLoaderWaits());
 /// Waits, serving calls, until the last finisher and delete thread are gone. Main thread, before a dialog is made.
 void WaitForLastClose();
 

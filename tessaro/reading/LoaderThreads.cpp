@@ -2,6 +2,7 @@
 
 #include "tessaro/host/Log.h"
 #include "tessaro/platform/Text.h"
+#include "tessaro/reading/Loader.h"
 
 #include <exception>
 #include <thread>
@@ -9,6 +10,20 @@
 
 // Never destroyed: a thread may still wait when the process ends.
 LoaderThreads& loaderThreads = *new LoaderThreads;
+
+namespace {
+
+LoaderWaits usualWaits;
+
+} // namespace
+
+LoaderWaits UsualLoaderWaits() {
+    return usualWaits;
+}
+
+void SetUsualLoaderWaits(LoaderWaits waits) {
+    usualWaits = waits;
+}
 
 void LogException(const wchar_t* where, const char* what) {
     Log(L"%s: exception %s\n", where, platform::FromNarrow(what).c_str());

@@ -168,6 +168,8 @@ std::array<int, 3> RecorderWindow::DirectoryColumnWidths() const {
 void RecorderWindow::PostCommand(int id) {
     Note("PostCommand");
     commands.push_back(id);
+    if (onCommand)
+        onCommand(id);
 }
 
 } // namespace tests

@@ -1,0 +1,428 @@
+// What the threads of an opening do to each other, each order forced at a known place.
+#include "tests/reading/LoaderFixture.h"
+
+#include "tests/reading/DrawingBuilder.h"
+
+#include "tessaro/catalogue/DirCache.h"
+#include "tessaro/platform/MainThread.h"
+#include "tessaro/platform/Text.h"
+#include "tessaro/reading/LoaderThreads.h"
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::SizeIs;
+
+namespace {
+
+constexpr int kStateColumn = 2;
+
+class Interleavings : public tests::LoaderTest {
+protected:
+    static bool QueueIsEmpty() {
+        const std::lock_guard queue(loader.cs);
+        return loader.loadQueue.empty();
+    }
+    /// The worker has nothing left to do.
+    bool ServeUntilIdle() {
+        return ServeUntil([] { return loader.pause == 0 && QueueIsEmpty(); });
+    }
+    bool ServeUntilDeleted() {
+        return ServeUntil([] { return loaderThreads.deletes == 0; });
+    }
+};
+
+} // namespace
+
+// The queue's head
+
+TEST_F(Interleavings, ADirectoryPutFirstBetweenAPassesEndAndTheRemovalIsRemovedInItsPlace) {
+    Directory* const first = AddFolder("first", {"x"});
+    Directory* const second = AddFolder("second", {"y"});
+    currentDirectory = first;
+    bool put = false;
+    window.onDirectoryCell = [&](int column, const std::wstring& text) {
+        // The pass tells its end by emptying the column, behind its last look at `pause`.
+        if (!put && column == kStateColumn && text.empty() && first->loaded) {
+            put = true;
+            QueueFirst(second);
+        }
+    };
+    Open();
+    ASSERT_TRUE(ServeUntilIdle());
+    EXPECT_TRUE(put);
+    EXPECT_THAT(Examined(), ElementsAre("first/x"));
+    EXPECT_FALSE(second->loaded) << "waits for the next ValidateDirs";
+    ValidateDirs();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), ElementsAre("first/x", "second/y"));
+}
+
+TEST_F(Interleavings, TheInterruptedDirectoryStaysNextBehindTheNewHead) {
+    Directory* const background = AddFolder("background", {"a", "b"});
+    Directory* const clicked = AddFolder("clicked", {"x"});
+    AddFolder("later", {"z"});
+    currentDirectory = background;
+    HoldAt("background/a");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ShowDirectory(clicked);
+    {
+        const std::lock_guard queue(loader.cs);
+        EXPECT_EQ(*std::next(loader.loadQueue.begin()), background);
+    }
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), ElementsAre("background/a", "clicked/x", "background/b", "later/z"));
+}
+
+// A drawing closes while the worker reads
+
+TEST_F(Interleavings, ADrawingThatClosesWhileTheShownDirectoryIsReadDoesNotInterruptIt) {
+    Directory* const shown = AddFolder("shown", {"one", "two"});
+    Directory* const other = AddFolder("other", {"x"});
+    currentDirectory = shown;
+    HoldAt("shown/one");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    RequeueCurrentDirectory();
+    EXPECT_EQ(loader.pause, 0);
+    {
+        const std::lock_guard queue(loader.cs);
+        EXPECT_THAT(loader.loadQueue, ElementsAre(shown, shown, other));
+    }
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    ASSERT_TRUE(ServeUntilIdle());
+    EXPECT_THAT(Examined(), ElementsAre("shown/one", "shown/two", "other/x"));
+}
+
+TEST_F(Interleavings, ADrawingThatClosesWhileAnotherDirectoryIsReadLosesItsPlaceToTheRemovalOfTheHead) {
+    Directory* const shown = AddFolder("shown", {"one"});
+    AddFolder("other", {"x", "y"});
+    currentDirectory = shown;
+    HoldAt("other/x");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    EXPECT_TRUE(shown->loaded);
+    RequeueCurrentDirectory();
+    EXPECT_FALSE(shown->loaded);
+    Release();
+    ASSERT_TRUE(ServeUntilIdle());
+    EXPECT_THAT(Examined(), ElementsAre("shown/one", "other/x", "other/y"));
+    EXPECT_FALSE(shown->loaded) << "whichever Directory is the head is removed";
+    QueueFirst(shown);
+    ASSERT_TRUE(ServeUntilAllLoaded());
+}
+
+// Clicks
+
+TEST_F(Interleavings, AClickInTheFillEndsItAndTheNewDirectorysRowsReplaceTheReservedOnes) {
+    Directory* const big = AddFolder("big", {"a", "b", "c", "d"});
+    Directory* const other = AddFolder("other", {"x"});
+    currentDirectory = big;
+    std::size_t filled = 0;
+    window.onBlockRowFilled = [&](int row) {
+        if (currentDirectory != big)
+            return;
+        ++filled;
+        if (row == 1)
+            ShowDirectory(other);
+    };
+    Open();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_EQ(filled, 2u);
+    EXPECT_EQ(Examined().front(), "other/x");
+    ASSERT_THAT(window.blockRows, SizeIs(1));
+    EXPECT_EQ(window.blockRows[0].text, L"x");
+    EXPECT_FALSE(window.curtain);
+}
+
+TEST_F(Interleavings, AClickOnALoadedDirectoryShowsItsRowsBeforeAnotherBlockIsExamined) {
+    Directory* const ready = AddFolder("ready", {"x", "y"});
+    Directory* const slow = AddFolder("slow", {"a", "b", "c"});
+    currentDirectory = ready;
+    HoldAt("slow/b");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    EXPECT_TRUE(ready->loaded);
+    currentDirectory = slow;
+    std::vector<std::string> examinedByThen;
+    window.onBlockRowFilled = [&](int) { examinedByThen = Examined(); };
+    ShowDirectory(ready);
+    Release();
+    ASSERT_TRUE(ServeUntil([&] { return !examinedByThen.empty(); }));
+    EXPECT_THAT(examinedByThen, ElementsAre("ready/x", "ready/y", "slow/a", "slow/b"));
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), SizeIs(5));
+}
+
+TEST_F(Interleavings, AClickOnANewDirectoryShowsItsRowsBeforeItsBlocksAreExamined) {
+    Directory* const slow = AddFolder("slow", {"a", "b"});
+    Directory* const fresh = AddFolder("fresh", {"x", "y"});
+    currentDirectory = slow;
+    HoldAt("slow/a");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    std::vector<std::string> examinedByThen;
+    window.onBlockRowFilled = [&](int row) {
+        if (currentDirectory == fresh && row == 1)
+            examinedByThen = Examined();
+    };
+    ShowDirectory(fresh);
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(examinedByThen, ElementsAre("slow/a"));
+}
+
+TEST_F(Interleavings, AKickCutsTheLoopsWaitShort) {
+    waits.kick = std::chrono::minutes(10);
+    Directory* const first = AddFolder("a", {"one"});
+    Directory* const second = AddFolder("b", {"two"});
+    currentDirectory = first;
+    Open();
+    // The kick of ValidateDirs ends the wait behind the first pass; then only a click can.
+    ASSERT_TRUE(ServeUntilIdle());
+    second->loaded = false;
+    ShowDirectory(second);
+    ASSERT_TRUE(ServeUntil([] { return loader.pause == 0; }));
+    loader.kickevent.SetEvent();
+    ASSERT_TRUE(ServeUntil([&] { return second->loaded; }));
+}
+
+TEST_F(Interleavings, APictureThatIsFoundAfterItsDirectoryWasLeftJoinsTheSavedOnes) {
+    Directory* const left = AddFolder("left", {});
+    for (const char* title : {"a", "b", "c"})
+        WriteDrawing("left", title, tests::DrawingBuilder("AC1015").entry(2, tests::plainBitmap(20, 16, 0xff)));
+    Directory* const other = AddFolder("other", {});
+    left->cacheFile = platform::FromNarrow((folder.path() / "path1_35.cache").string());
+    currentDirectory = left;
+    window.onStore = [&] {
+        if (Directory* const shown = currentDirectory)
+            SaveIfDirty(*shown);
+    };
+    HoldAt("left/b");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ShowDirectory(other); // saves the first picture
+    Release();
+    ASSERT_TRUE(ServeUntil([&] { return left->loaded; }));
+    LoadDirCache(*left);
+    EXPECT_EQ(left->largeImages->Count(), 4);
+    EXPECT_THAT((std::vector{BlockOf(*left, L"a")->imageIndex, BlockOf(*left, L"b")->imageIndex,
+                             BlockOf(*left, L"c")->imageIndex}),
+                ElementsAre(1, 2, 3));
+}
+
+// The main thread
+
+TEST_F(Interleavings, WhileTheReaderBlocksTheMainThreadAnswersAThousandEvents) {
+    currentDirectory = AddFolder("slow", {"a", "b"});
+    HoldAt("slow/a");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    int answered = 0;
+    std::thread events([&] {
+        for (int event = 0; event < 1000; ++event)
+            platform::CallOnMainThread([&] { ++answered; });
+    });
+    ASSERT_TRUE(ServeUntil([&] { return answered == 1000; }));
+    events.join();
+    EXPECT_THAT(Examined(), ElementsAre("slow/a")) << "the reader was blocked all the time";
+    Release();
+    EXPECT_TRUE(ServeUntilAllLoaded());
+}
+
+// Closing
+
+TEST_F(Interleavings, ACloseInTheFillLeavesTheRestUnfilledAndTheListIsEmptiedBehindIt) {
+    Directory* const directory = AddFolder("a", {"one", "two", "three"});
+    currentDirectory = directory;
+    int filled = 0;
+    window.onBlockRowFilled = [&](int) {
+        if (++filled == 1)
+            StopLoader();
+    };
+    Open();
+    ASSERT_TRUE(ServeUntil([&] { return !window.commands.empty(); }));
+    WaitForLastClose();
+    EXPECT_EQ(filled, 1);
+    EXPECT_TRUE(window.blockRows.empty());
+    EXPECT_THAT(Examined(), IsEmpty());
+    EXPECT_FALSE(directory->loaded);
+}
+
+TEST_F(Interleavings, ACloseWhileTheWorkerWaitsIsNoticedAtOnce) {
+    waits.kick = std::chrono::minutes(10);
+    currentDirectory = AddFolder("a", {"one"});
+    Open();
+    ASSERT_TRUE(ServeUntilIdle());
+    Close();
+    EXPECT_THAT(window.commands, ElementsAre(248));
+}
+
+TEST_F(Interleavings, ACloseAheadOfTheFirstPassReadsNothing) {
+    Directory* const directory = AddFolder("a", {"one"});
+    currentDirectory = directory;
+    theBlockDlg = &window;
+    ValidateDirs();
+    dialogOpen = true;
+    StopLoader(); // its request stands before the worker looks for the first time
+    StartLoader(waits);
+    ASSERT_TRUE(ServeUntil([&] { return !window.commands.empty(); }));
+    ASSERT_TRUE(ServeUntil([] { return !loaderThreads.open; }));
+    EXPECT_THAT(Examined(), IsEmpty());
+    EXPECT_TRUE(directory->blocks.empty());
+}
+
+TEST_F(Interleavings, ReopeningAtOnceWaitsForTheFinishersLastStepsAndReadsAnew) {
+    Directory* const directory = AddFolder("a", {"one"});
+    currentDirectory = directory;
+    readDirEveryTime = 1;
+    delCacheMemoryOnClose = 1;
+    for (int opening = 0; opening < 5; ++opening) {
+        window.commands.clear();
+        Open();
+        ASSERT_TRUE(ServeUntilAllLoaded());
+        StopLoader();
+        bool closingAtPost = false, quitAtPost = false;
+        window.onCommand = [&](int) {
+            closingAtPost = loaderThreads.closing;
+            quitAtPost = loader.quit;
+        };
+        ASSERT_TRUE(ServeUntil([&] { return !window.commands.empty(); }));
+        EXPECT_TRUE(closingAtPost) << "the finisher has steps behind the command";
+        EXPECT_TRUE(quitAtPost);
+        WaitForLastClose();
+        EXPECT_FALSE(loader.quit);
+        EXPECT_FALSE(loaderThreads.open);
+        EXPECT_EQ(loader.pause, 1) << "raised by the quit, for the next worker to take off";
+    }
+    delCacheMemoryOnClose = 0;
+    EXPECT_THAT(Examined(), ElementsAre("a/one"));
+}
+
+TEST_F(Interleavings, ANewWorkerTakesAllThatWasLeftOfPauseOffBeforeItReads) {
+    currentDirectory = AddFolder("a", {"one"});
+    loader.pause = 3;
+    int pauseAtFirst = -1;
+    const auto watched = answer;
+    answer = [&](tests::HelperCall& call) {
+        pauseAtFirst = loader.pause;
+        return watched(call);
+    };
+    Open();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_EQ(pauseAtFirst, 0);
+}
+
+// Replacing and deleting
+
+TEST_F(Interleavings, ADirectoryThatIsReplacedTwiceWhileItIsReadEndsAsItsLastCopy) {
+    Directory* const old = AddFolder("a", {"one", "two"});
+    currentDirectory = old;
+    HoldAt("a/one");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ReloadDirectory(old);
+    ReloadDirectory(directories.front());
+    Directory* const last = directories.front();
+    EXPECT_EQ(currentDirectory, last);
+    {
+        const std::lock_guard queue(loader.cs);
+        EXPECT_THAT(loader.loadQueue, ElementsAre(last));
+    }
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), ElementsAre("a/one", "a/one", "a/two"));
+    EXPECT_EQ(window.DirectoryAt(0), last);
+}
+
+TEST_F(Interleavings, ADirectoryThatIsReplacedAndClosedOverIsReadByTheNextOpening) {
+    Directory* const old = AddFolder("a", {"one"});
+    currentDirectory = old;
+    HoldAt("a/one");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ReloadDirectory(old);
+    StopLoader();
+    Release();
+    WaitForLastClose();
+    EXPECT_TRUE(directories.front()->blocks.empty());
+    Open();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), ElementsAre("a/one", "a/one"));
+}
+
+TEST_F(Interleavings, ADirectoryThatIsDeletedWhileItIsReadLeavesNoCacheFile) {
+    Directory* const neighbour = AddFolder("neighbour", {});
+    Directory* const doomed = AddFolder("doomed", {"one"});
+    doomed->cacheFile = platform::FromNarrow((folder.path() / "path1_35.cache").string());
+    // The worker comes to it behind the neighbour, whose selection raised `pause`: nothing lets the delete wait.
+    currentDirectory = neighbour;
+    HoldAt("doomed/one");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    StartDeleteDirectory(1, waits);
+    ASSERT_TRUE(ServeUntil([] { return directories.size() == 1; }));
+    Release();
+    ASSERT_TRUE(ServeUntilDeleted());
+    ASSERT_TRUE(ServeUntilIdle());
+    EXPECT_THAT(Examined(), ElementsAre("doomed/one"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "path1_35.cache")) << "a new Directory may get this name";
+}
+
+namespace {
+
+struct DeletedRow {
+    const char* name;
+    int rows, row, selected; ///< the row that the button selects first; -1 for none
+};
+
+class DeletedWhileRead : public Interleavings, public testing::WithParamInterface<DeletedRow> {};
+
+INSTANTIATE_TEST_SUITE_P(Rows, DeletedWhileRead,
+                         testing::Values(DeletedRow{"First", 4, 0, 1}, DeletedRow{"Middle", 4, 1, 0},
+                                         DeletedRow{"Last", 4, 3, 2}, DeletedRow{"Only", 1, 0, -1}),
+                         [](const testing::TestParamInfo<DeletedRow>& row) { return row.param.name; });
+
+} // namespace
+
+TEST_P(DeletedWhileRead, GoesWithRowQueueEntryAndCacheFileWhenTheWorkerHasLeftIt) {
+    const DeletedRow& deleted = GetParam();
+    for (int row = 0; row < deleted.rows; ++row)
+        AddFolder("d" + std::to_string(row), {"one", "two"});
+    std::vector<Directory*> left(directories.begin(), directories.end());
+    Directory* const doomed = left[static_cast<std::size_t>(deleted.row)];
+    left.erase(left.begin() + deleted.row);
+    doomed->cacheFile = platform::FromNarrow(folder.write("path1_35.cache", "cache").string());
+    currentDirectory = doomed;
+    HoldAt("d" + std::to_string(deleted.row) + "/one");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    if (deleted.selected >= 0)
+        window.SelectDirectoryRow(deleted.selected);
+    else
+        currentDirectory = nullptr;
+    Directory* const shown = currentDirectory;
+    StartDeleteDirectory(deleted.row, waits);
+    Release();
+    ASSERT_TRUE(ServeUntilDeleted());
+    EXPECT_THAT(directories, testing::ElementsAreArray(left));
+    EXPECT_EQ(window.DirectoryRowCount(), deleted.rows - 1);
+    for (int row = 0; row < window.DirectoryRowCount(); ++row) {
+        EXPECT_EQ(window.DirectoryAt(row), left[static_cast<std::size_t>(row)]);
+        EXPECT_EQ(left[static_cast<std::size_t>(row)]->listIndex, row);
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "path1_35.cache"));
+    EXPECT_EQ(currentDirectory, shown);
+    // A removal of the head at that moment may have met the shown one.
+    ASSERT_TRUE(ServeUntilIdle());
+    if (shown != nullptr && !shown->loaded)
+        QueueFirst(shown);
+    ASSERT_TRUE(ServeUntilIdle());
+    EXPECT_TRUE(shown == nullptr || shown->loaded);
+}

@@ -1,0 +1,86 @@
+#include "tests/soak/Library.h"
+
+#include "tests/reading/DrawingBuilder.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace {
+
+constexpr unsigned kMostDrawings = 8;
+
+std::vector<std::filesystem::path> DrawingsIn(const std::filesystem::path& folder) {
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        if (entry.path().extension() == ".dwg")
+            files.push_back(entry.path());
+    return files;
+}
+
+} // namespace
+
+Library::Library(int folders, unsigned seed) : random(seed) {
+    for (const auto& file : DrawingsIn(std::filesystem::path(TESSARO_SOURCE_DIR) / "fuzz" / "seeds" / "dwg"))
+        real.push_back(tests::readFile(file));
+    for (int folder = 0; folder < folders; ++folder)
+        AddFolder();
+}
+
+std::wstring Library::Path(const std::string& name) const {
+    return (root.path() / name).wstring();
+}
+
+std::string Library::RandomDrawing() {
+    const unsigned kind = random() % 8;
+    if (kind == 0)
+        return std::string(random() % 300, 'x');
+    if (kind == 1)
+        return tests::DrawingBuilder("AC1032").entry(2, tests::plainBitmap(20, 16, 0)).bytes();
+    if (kind == 2 && !real.empty())
+        return real[random() % real.size()] + std::string(random() % 64, '\0');
+    return DrawingWithPicture();
+}
+
+/// What may replace another drawing: without a picture or a text of its own it would keep the old one's.
+std::string Library::DrawingWithPicture() {
+    const std::uint32_t colour = random() & 0xffffff;
+    tests::DrawingBuilder drawing(random() % 2 == 0 ? "AC1018" : "AC1015");
+    drawing.entry(1, "Drawing of the soak");
+    if (random() % 2 == 0)
+        drawing.entry(2, tests::plainBitmap(20, 16, colour));
+    else
+        drawing.entry(6, tests::plainPng(18, 18, colour));
+    return drawing.bytes() + std::string(random() % 64, '\0');
+}
+
+void Library::Fill(const std::filesystem::path& folder) {
+    for (unsigned drawing = 1 + random() % kMostDrawings; drawing > 0; --drawing)
+        root.write(folder / ("drawing" + std::to_string(drawing) + ".dwg"), RandomDrawing());
+}
+
+std::wstring Library::AddFolder() {
+    const std::filesystem::path folder = root.path() / ("library" + std::to_string(++lastNumber));
+    Fill(folder);
+    paths.push_back(folder.wstring());
+    return paths.back();
+}
+
+void Library::ChangeSomething(bool withDeletes) {
+    const std::filesystem::path folder = paths[random() % paths.size()];
+    const auto files = DrawingsIn(folder);
+    const std::filesystem::path& file = files[random() % files.size()];
+    switch (random() % 4) {
+    case 0:
+        root.write(folder / ("added" + std::to_string(++lastNumber) + ".dwg"), RandomDrawing());
+        break;
+    case 1: // another length, since a change within the same second and of the same length goes unseen
+        root.write(file, DrawingWithPicture() + std::string(400 + static_cast<std::size_t>(++lastNumber), '\0'));
+        break;
+    case 2:
+        if (withDeletes && files.size() > 1)
+            std::filesystem::remove(file);
+        break;
+    default:
+        std::filesystem::rename(file, folder / ("renamed" + std::to_string(++lastNumber) + ".dwg"));
+    }
+}
