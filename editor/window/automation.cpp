@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -215,11 +216,22 @@ ActionResult pressKey(QWidget& window, Words words) {
     return ActionResult::done();
 }
 
+// The window with the small windows of its own that stand over it.
+QPixmap picture(QWidget& window) {
+    QPixmap shown = window.grab();
+    QPainter painter(&shown);
+    for (QWidget* const child : window.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (child->isWindow() && child->isVisible() && !child->isModal())
+            painter.drawPixmap(child->mapToGlobal(QPoint()) - window.mapToGlobal(QPoint()), child->grab());
+    }
+    return shown;
+}
+
 ActionResult grab(QWidget& window, Words words) {
     if (words.size() != 1)
         return ActionResult::failed("grab needs a file name");
-    return window.grab().save(words[0]) ? ActionResult::done()
-                                        : ActionResult::failed("\"" + words[0] + "\" can't be written");
+    return picture(window).save(words[0]) ? ActionResult::done()
+                                          : ActionResult::failed("\"" + words[0] + "\" can't be written");
 }
 
 ActionResult answer(QWidget& window, Words words) {
