@@ -2,9 +2,13 @@
 
 #include "tessaro/browser/BlockDlgControls.h"
 #include "tessaro/browser/DialogLayout.h"
+#include "tessaro/browser/ErrorReport.h"
+#include "tessaro/browser/ListAccessible.h"
 #include "tessaro/browser/MainThreadLoop.h"
 #include "tessaro/browser/QtText.h"
 #include "tessaro/browser/QuickPic.h"
+#include "tessaro/browser/SmallDialogs.h"
+#include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/dialogs/NewMap.h"
@@ -13,10 +17,12 @@
 #include "tessaro/platform/UserInterface.h"
 #include "tessaro/reading/Loader.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEvent>
 #include <QKeyEvent>
 #include <QScreen>
+
+#include <algorithm>
 
 std::atomic<bool> closeArmed{false};
 
@@ -43,6 +49,7 @@ BlockDlg::BlockDlg(QWidget* owner)
     setObjectName(QStringLiteral("BlockDlg"));
     InstallMainThreadLoop();
     SetNewMapQuestion(AskForNewMap);
+    InstallListAccessibility();
     setFont(DialogFont());
     CreateControls();
 }
@@ -50,6 +57,14 @@ BlockDlg::BlockDlg(QWidget* owner)
 BlockDlg::~BlockDlg() {
     if (windowExists)
         DestroyWindow();
+}
+
+bool BlockDlg::IsUp() {
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+        const auto* const dialog = dynamic_cast<const BlockDlg*>(window);
+        return dialog != nullptr && dialog->Exists();
+    });
 }
 
 int BlockDlg::DoModal() {
@@ -64,7 +79,7 @@ void BlockDlg::OnInitDialog() {
     windowExists = true;
     closeArmed = true;
     setWindowTitle(ToQt(versionText + L" - " + iniPath));
-    const DialogLayout layout = LayOutDialog(DialogUnits(font()), screen()->availableGeometry().width());
+    const DialogLayout layout = LayOutDialog(DialogUnits(font()), QGuiApplication::primaryScreen()->geometry().width());
     for (const auto& [name, place] : layout.places)
         findChild<QWidget*>(QString::fromStdString(name))->setGeometry(place);
     setFixedSize(layout.size);
@@ -139,15 +154,7 @@ void BlockDlg::keyPressEvent(QKeyEvent* event) {
 }
 
 void BlockDlg::Handle(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const platform::FileException& exception) {
-        platform::MessageBox(exception.ErrorText());
-    } catch (const platform::ArchiveException& exception) {
-        platform::MessageBox(exception.ErrorText());
-    } catch (const std::exception& exception) {
-        platform::MessageBox(platform::FromNarrow(exception.what()));
-    }
+    ReportErrors(handler);
 }
 
 void BlockDlg::CreateControls() {
@@ -172,20 +179,20 @@ void BlockDlg::ConnectControls() {
     click(controls->schemes, &BlockDlg::OnSchemes);
     connect(controls->moveUp, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(true); }); });
     connect(controls->moveDown, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(false); }); });
-    for (QPushButton* button : {controls->preferences, controls->editDescription})
-        button->setEnabled(HasBehaviour(button));
+    const auto open = [this](QAbstractButton* button, void (*dialog)(BlockDlg&)) {
+        connect(button, &QAbstractButton::clicked, this, [this, dialog] { Handle([&] { dialog(*this); }); });
+    };
+    open(controls->preferences, EditPreferences);
+    open(controls->editDescription, EditDescription);
 
     controls->quickFind->onChange = [this] { Handle([this] { QuickFind(true); }); };
     controls->quickFind->onReturn = [this] { Handle([this] { QuickFindNext(); }); };
     controls->viewButton->hasDirectory = [] { return currentDirectory != nullptr; };
+    controls->viewButton->hasLargeImages = [] {
+        const Directory* const directory = currentDirectory;
+        return directory != nullptr && directory->useLargeImages;
+    };
+    controls->viewButton->setView = [this](int view) { Handle([this, view] { SetView(view); }); };
     ConnectLists();
     ConnectQuickPic();
-}
-
-bool BlockDlg::HasBehaviour(const QWidget* control) const {
-    return control != controls->preferences && control != controls->editDescription;
-}
-
-void BlockDlg::Enable(QWidget* control, bool enabled) {
-    control->setEnabled(enabled && HasBehaviour(control));
 }

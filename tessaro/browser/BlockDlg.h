@@ -32,6 +32,9 @@ public:
     explicit BlockDlg(QWidget* owner = nullptr);
     ~BlockDlg() override;
 
+    /// Whether a browser's window is there, also one that is closing.
+    static bool IsUp();
+
     /// Runs the dialog and, after its window is destroyed, the chosen placement.
     int DoModal();
 
@@ -49,8 +52,8 @@ public:
     void OnBlockSelected(int row);
     /// The row of the block list that is selected, or -1.
     int SelectedBlockRow() const;
-    /// No administrator list, or the user is on it.
-    bool MayChangeCatalogue() const { return administrator; }
+    /// No administrator list, or the user is on it. The state of the button "Preferences" is the record of the answer.
+    bool MayChangeCatalogue() const;
     BlockDlgControls& Controls() { return *controls; }
 
     // BrowserWindow
@@ -105,9 +108,6 @@ private:
     void AddDrawingScale();
     void CheckAdministrator();
     void EnableDirectoryControls(bool isInternal);
-    /// A control without its behaviour yet stays disabled.
-    void Enable(QWidget* control, bool enabled);
-    bool HasBehaviour(const QWidget* control) const;
     void ShowSortIndicator();
     void SelectBlockRow(int row);
     bool FindInOtherDirectories(const std::wstring& pattern);
@@ -141,7 +141,6 @@ private:
     std::unique_ptr<QuickPic> quickPic;     ///< until it reports its end
     std::vector<std::thread> closeRequests; ///< short; joined when the window goes
     bool windowExists = false;
-    bool administrator = true;
 };
 
 /// Prepares a dialog that is being initialised: colours, widths, the drawing's scale, who may change the catalogue, the

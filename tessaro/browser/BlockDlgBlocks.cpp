@@ -88,10 +88,10 @@ void BlockDlg::OnBlockSelected(int row) {
         return;
     if (!directory->isInternal) {
         const bool readable = block->fileType <= maxFileType;
-        Enable(controls->insert, readable);
-        Enable(controls->xref, readable);
-        Enable(controls->open, readable);
-        Enable(controls->editDescription, block->fileType >= kFirstWithDescription && MayChangeCatalogue());
+        controls->insert->setEnabled(readable);
+        controls->xref->setEnabled(readable);
+        controls->open->setEnabled(readable);
+        controls->editDescription->setEnabled(block->fileType >= kFirstWithDescription && MayChangeCatalogue());
     }
     controls->properties->setText(ToQt(PropertiesText(*block)));
 }
@@ -109,17 +109,17 @@ void BlockDlg::OnOpen() {
 }
 
 void BlockDlg::Place(PlacementAction action) {
-    const int row = SelectedBlockRow();
-    if (row < 0)
+    auto* const block = static_cast<Block*>(controls->blockList->Rows().Data(SelectedBlockRow()));
+    if (block == nullptr)
         return;
-    placementBlock = static_cast<Block*>(controls->blockList->Rows().Data(row));
+    placementBlock = block;
     placementCallback = action;
     StoreDlgState();
     RequestClose(*this);
 }
 
 void BlockDlg::OnAmCatalog() {
-    if (SelectedBlockRow() < 0)
+    if (controls->blockList->Rows().Data(SelectedBlockRow()) == nullptr)
         return;
     placement.savedCmdDia = ReadSwitch(L"CMDDIA");
     placement.savedFileDia = ReadSwitch(L"FILEDIA");
@@ -148,6 +148,10 @@ void BlockDlg::OnBlockMenu(QPoint place) {
             menu.addAction(QStringLiteral("Open ") + name, run(&BlockDlg::OnOpen));
         if (controls->amCatalog->isVisible())
             menu.addAction(QStringLiteral("AmCatalog ") + name, run(&BlockDlg::OnAmCatalog));
+        menu.addSeparator();
+    }
+    if (controls->editDescription->isEnabled()) {
+        menu.addAction(QStringLiteral("Edit Description"), controls->editDescription, &QAbstractButton::click);
         menu.addSeparator();
     }
     // Entry n sorts by column n, while its check reads the key n + 1: the two dates are crossed, and stay so.

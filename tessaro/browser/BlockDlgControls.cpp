@@ -4,6 +4,8 @@
 #include "tessaro/browser/QtText.h"
 #include "tessaro/platform/Text.h"
 
+#include <QAbstractItemView>
+#include <QLineEdit>
 #include <QPainter>
 #include <QShortcut>
 #include <QStyleOptionButton>
@@ -48,6 +50,7 @@ QPushButton* Button(QWidget& window, const char* caption, char key, const char* 
     const QString hint =
         key == 0 ? QString() : QStringLiteral(" (%1)").arg(button->shortcut().toString(QKeySequence::NativeText));
     button->setToolTip(Caption(tip) + hint);
+    button->setAccessibleDescription(Caption(tip));
     return button;
 }
 
@@ -56,7 +59,21 @@ template <class Box> QCheckBox* CheckBox(QWidget& window, const char* caption, c
     box->setObjectName(Caption(caption).remove(QLatin1Char(' ')));
     box->setShortcut(QKeySequence(Qt::ALT | static_cast<Qt::Key>(key)));
     box->setToolTip(Caption(tip) + QStringLiteral(" (%1)").arg(box->shortcut().toString(QKeySequence::NativeText)));
+    box->setAccessibleDescription(Caption(tip));
     return box;
+}
+
+/// What is said of a control without a caption of its own, and of the edit box inside of it.
+void Describe(QWidget* control, const char* name, const char* description) {
+    control->setAccessibleName(Caption(name));
+    control->setAccessibleDescription(Caption(description));
+    if (auto* box = qobject_cast<QComboBox*>(control)) {
+        box->view()->setAccessibleName(Caption(name));
+        if (QLineEdit* inner = box->lineEdit()) {
+            inner->setAccessibleName(Caption(name));
+            inner->setAccessibleDescription(Caption(description));
+        }
+    }
 }
 
 /// A label left of a control: its text ends there and stands on the control's line.
@@ -92,6 +109,25 @@ QComboBox* ComboBox(QWidget& window, const char* name, const char* tip, bool edi
 void LimitList(QComboBox& box, const DialogUnits& units, const QRect& rectangle) {
     const int line = box.fontMetrics().height() + 2;
     box.setMaxVisibleItems(std::max(1, units.Y(rectangle.height() - kClosedCombo) / line));
+}
+
+/// What the letter in the column "Status" says.
+QString DirectoryCellMeaning(int column, const QString& text) {
+    constexpr int kStatus = 2;
+    if (column != kStatus || text.isEmpty())
+        return {};
+    switch (text[0].unicode()) {
+    case u'D':
+        return QStringLiteral("The folder is being scanned");
+    case u'L':
+        return QStringLiteral("The blocks are being listed");
+    case u'V':
+        return QStringLiteral("The blocks are being compared with their files");
+    case u'S':
+        return QStringLiteral("The catalogue of this directory is being saved");
+    default:
+        return {};
+    }
 }
 
 QFrame* Curtain(QWidget& window) {
@@ -169,6 +205,19 @@ BlockDlgControls MakeBlockDlgControls(QWidget& window) {
     made.blockList = Named(new MyList(&window), "blockList");
     made.curtainList = Curtain(window);
 
+    Describe(made.scheme, "Scheme", "Layer-mapping scheme of this directory");
+    Describe(made.viewButton, "View",
+             "Goes to the next view of the block list; the key Down opens a menu of all views");
+    Describe(made.quickFind, "Quick Find", "Finds a block by name or comment; Enter finds the next one");
+    Describe(made.scale, "Scale", "Scale to insert with: 1:1, Drawing, Prompt or a number");
+    Describe(made.rotation, "Rotation", "Rotation to insert with: degrees or Prompt");
+    Describe(made.directoryList, "Directories", "The folders of the catalogue; F2 renames the current one");
+    Describe(made.blockList, "Blocks", "The drawings of the current directory");
+    made.directoryList->Rows().meaning = DirectoryCellMeaning;
+    made.quickFindLabel->setBuddy(made.quickFind);
+    made.scaleLabel->setBuddy(made.scale);
+    made.rotationLabel->setBuddy(made.rotation);
+    made.itemPropertiesLabel->setBuddy(made.properties);
     FocusKey(window, made.quickFind, 'Q');
     FocusKey(window, made.scale, 'A');
     FocusKey(window, made.rotation, 'R');

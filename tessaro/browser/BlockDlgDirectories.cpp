@@ -1,6 +1,7 @@
 // The directory list: showing, adding, deleting, moving and renaming.
 #include "tessaro/browser/BlockDlg.h"
 #include "tessaro/browser/BlockDlgControls.h"
+#include "tessaro/browser/SmallDialogs.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/Text.h"
@@ -83,7 +84,7 @@ void BlockDlg::OnDirectoryMenu(QPoint place) {
         return;
     QMenu menu(this);
     menu.setObjectName(QStringLiteral("directoryMenu"));
-    menu.addAction(QStringLiteral("Properties"))->setEnabled(false);
+    menu.addAction(QStringLiteral("Properties"), [this] { Handle([this] { EditDirectory(*this); }); });
     menu.addSeparator();
     QAction* reload = menu.addAction(QStringLiteral("Reload Directory"), [this] {
         Handle([] {

@@ -72,11 +72,14 @@ void BlockDlg::CheckAdministrator() {
     std::array<wchar_t, 512> path{};
     if (acedFindFile(L"tessaroadmin.ini", path.data(), path.size()) != RTNORM)
         path[0] = L'\0';
-    administrator = IsAdministrator(path.data(), platform::UserName());
-    if (administrator)
+    if (IsAdministrator(path.data(), platform::UserName()))
         return;
     for (QWidget* control : std::initializer_list<QWidget*>{controls->preferences, controls->scheme, controls->schemes,
                                                             controls->add, controls->remove, controls->moveUp,
                                                             controls->moveDown, controls->editDescription})
         control->setEnabled(false);
+}
+
+bool BlockDlg::MayChangeCatalogue() const {
+    return controls->preferences->isEnabled();
 }

@@ -82,8 +82,8 @@ void BlockDlg::FillBlockControls(bool settings) {
 }
 
 void BlockDlg::EnableDirectoryControls(bool isInternal) {
-    Enable(controls->open, !isInternal);
-    Enable(controls->xref, !isInternal);
-    Enable(controls->editDescription, !isInternal && MayChangeCatalogue());
-    Enable(controls->scheme, !isInternal && MayChangeCatalogue());
+    controls->open->setEnabled(!isInternal);
+    controls->xref->setEnabled(!isInternal);
+    controls->editDescription->setEnabled(!isInternal && MayChangeCatalogue());
+    controls->scheme->setEnabled(!isInternal && MayChangeCatalogue());
 }

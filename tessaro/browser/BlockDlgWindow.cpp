@@ -39,7 +39,6 @@ int BlockDlg::FindBlockRow(const Block* block) const {
 
 void BlockDlg::UpdateBlockRow(int row) {
     MyList& list = *controls->blockList;
-    list.ForgetPicture(list.Rows().Image(row));
     list.viewport()->update(list.RowBounds(row));
 }
 

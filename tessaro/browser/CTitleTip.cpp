@@ -29,11 +29,9 @@ public:
         raise();
         grabMouse();
         grabKeyboard();
-        qApp->installEventFilter(this);
     }
 
     void Dismiss() {
-        qApp->removeEventFilter(this);
         releaseKeyboard();
         releaseMouse();
         hide();
@@ -67,10 +65,12 @@ protected:
         QCoreApplication::postEvent(owner, event->clone());
     }
 
-    bool eventFilter(QObject*, QEvent* event) override {
-        const bool input = event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::KeyRelease;
-        if (!input || QApplication::focusWidget() != nullptr)
-            return false;
+    /// Input that means nothing to the tip ends it, and goes nowhere, once no widget has the focus any more.
+    bool event(QEvent* event) override {
+        const bool other = event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::KeyRelease ||
+                           event->type() == QEvent::Wheel || event->type() == QEvent::MouseButtonDblClick;
+        if (!other || !isVisible() || QApplication::focusWidget() != nullptr)
+            return QWidget::event(event);
         Dismiss();
         return true;
     }
@@ -105,7 +105,7 @@ bool CTitleTip::Create(QWidget* tipParent) {
 void CTitleTip::Show(const QRect& cell, const QString& text, int xOffset) {
     if (made == nullptr || window->isVisible() || QApplication::focusWidget() == nullptr)
         return;
-    const QRect kept(QPoint(-1 - xOffset, -1), QPoint(cell.width() - xOffset, cell.height() + 1));
+    const QRect kept(-1 - xOffset, -1, cell.width() + 1, cell.height() + 2);
     const QPoint corner = parent->mapToGlobal(cell.topLeft());
     const QRect display(corner.x() + xOffset, corner.y(), parent->fontMetrics().horizontalAdvance(text) + kTextMargin,
                         cell.height());

@@ -2,7 +2,34 @@
 #include "tessaro/browser/QtText.h"
 
 #include <algorithm>
-#include <numeric>
+
+namespace {
+
+struct Item {
+    const void* data = nullptr;
+    int row = 0; ///< before the sort
+};
+
+/// Merges neighbouring runs of growing length. It looks at each pair once at most and never beyond a run, whatever the
+/// comparison says, which the sorts of the standard library do not promise.
+void MergeSort(std::vector<Item>& items, const std::function<bool(const void*, const void*)>& less) {
+    std::vector<Item> merged(items.size());
+    for (std::size_t run = 1; run < items.size(); run *= 2) {
+        for (std::size_t start = 0; start < items.size(); start += 2 * run) {
+            const std::size_t middle = std::min(start + run, items.size());
+            const std::size_t end = std::min(middle + run, items.size());
+            std::size_t left = start;
+            std::size_t right = middle;
+            for (std::size_t place = start; place < end; ++place) {
+                const bool takeRight = left == middle || (right < end && less(items[right].data, items[left].data));
+                merged[place] = items[takeRight ? right++ : left++];
+            }
+        }
+        items.swap(merged);
+    }
+}
+
+} // namespace
 
 void ListModel::InsertColumn(const std::wstring& heading, Qt::Alignment alignment) {
     const int column = static_cast<int>(columns.size());
@@ -92,15 +119,14 @@ void ListModel::Sort(const std::function<bool(const void*, const void*)>& less) 
     if (rows.size() < 2)
         return;
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
-    std::vector<int> order(rows.size());
-    std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](int a, int b) {
-        return less(rows[static_cast<std::size_t>(a)].data, rows[static_cast<std::size_t>(b)].data);
-    });
+    std::vector<Item> order(rows.size());
+    for (std::size_t row = 0; row < rows.size(); ++row)
+        order[row] = {rows[row].data, static_cast<int>(row)};
+    MergeSort(order, less);
     std::vector<int> newPlace(rows.size());
     std::vector<Row> sorted(rows.size());
     for (std::size_t place = 0; place < order.size(); ++place) {
-        const auto old = static_cast<std::size_t>(order[place]);
+        const auto old = static_cast<std::size_t>(order[place].row);
         newPlace[old] = static_cast<int>(place);
         sorted[place] = std::move(rows[old]);
     }
@@ -126,6 +152,8 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
         return rows[static_cast<std::size_t>(index.row())].texts[static_cast<std::size_t>(index.column())];
     if (role == Qt::TextAlignmentRole)
         return QVariant(columns[static_cast<std::size_t>(index.column())].alignment | Qt::AlignVCenter);
+    if (role == Qt::AccessibleDescriptionRole && meaning)
+        return meaning(index.column(), data(index, Qt::DisplayRole).toString());
     return {};
 }
 

@@ -38,12 +38,14 @@ public:
     int RowCount() const { return static_cast<int>(rows.size()); }
 
     /// Brings the rows into the order of the comparison of item data; equal rows keep their order and a selected row
-    /// stays selected.
+    /// stays selected. A comparison that contradicts itself gives some order of the same rows.
     void Sort(const std::function<bool(const void*, const void*)>& less);
 
     /// Whether a row's first text may be edited, and what takes the new text. None: no editing.
     std::function<bool(int row)> mayEdit;
     std::function<void(int row, const std::wstring& text)> edited;
+    /// What a cell's text means, for people who have it read to them; none: the text says it all.
+    std::function<QString(int column, const QString& text)> meaning;
 
     int rowCount(const QModelIndex& parent = {}) const override;
     int columnCount(const QModelIndex& parent = {}) const override;
@@ -63,5 +65,5 @@ private:
 
     std::vector<Column> columns;
     std::vector<Row> rows;
-    std::unordered_map<const void*, int> places;
+    std::unordered_map<const void*, int> places; ///< row of each item
 };

@@ -1,15 +1,13 @@
 #include "tessaro/browser/ListView.h"
 
-#include "tessaro/browser/QtText.h"
+#include "tessaro/browser/ListLabel.h"
 
 #include <QHeaderView>
-#include <QHelpEvent>
 #include <QMouseEvent>
 #include <QScrollBar>
-#include <QTextDocument>
-#include <QToolTip>
 
 #include <algorithm>
+#include <cmath>
 
 namespace {
 
@@ -17,12 +15,28 @@ constexpr int kRowPadding = 6;     ///< above and below a row's text together
 constexpr int kPictureGap = 4;     ///< around a small picture
 constexpr int kSmallCellText = 22; ///< width of a small cell's text, in average characters
 
-constexpr std::size_t kTipLimit = 80;
+/// Headings are cut at their end, with as much of the text as the column takes, however they are aligned.
+class ListHeader : public QHeaderView {
+public:
+    explicit ListHeader(QWidget* parent) : QHeaderView(Qt::Horizontal, parent) {}
+
+protected:
+    void initStyleOptionForIndex(QStyleOptionHeader* option, int section) const override {
+        QHeaderView::initStyleOptionForIndex(option, section);
+        const QString text = model()->headerData(section, Qt::Horizontal).toString();
+        const int room = sectionSize(section) - 2 * style()->pixelMetric(QStyle::PM_HeaderMargin, nullptr, this);
+        if (fontMetrics().horizontalAdvance(text) <= room)
+            return;
+        option->textAlignment = Qt::AlignLeft | Qt::AlignVCenter;
+        option->text = fontMetrics().elidedText(text, Qt::ElideRight, room);
+    }
+};
 
 } // namespace
 
-ListView::ListView(QWidget* parent) : QAbstractItemView(parent), header(new QHeaderView(Qt::Horizontal, this)) {
+ListView::ListView(QWidget* parent) : QAbstractItemView(parent), header(new ListHeader(this)) {
     setModel(&rows);
+    setItemDelegate(new ListLabel(this));
     header->setModel(&rows);
     header->setSectionsClickable(true);
     header->setHighlightSections(false);
@@ -58,14 +72,9 @@ void ListView::SetIconSpacing(QSize spacing) {
 }
 
 void ListView::SetImages(const ImageList* large, const ImageList* small) {
-    largePictures.SetList(large);
-    smallPictures.SetList(small);
+    largePictures = large;
+    smallPictures = small;
     Arrange();
-}
-
-void ListView::ForgetPicture(int slot) {
-    largePictures.Forget(slot);
-    smallPictures.Forget(slot);
 }
 
 void ListView::Arrange() {
@@ -111,7 +120,7 @@ QSize ListView::CellSize() const {
     const int textHeight = fontMetrics().height();
     if (view == IconView)
         return iconSpacing;
-    const QSize picture = smallPictures.Size();
+    const QSize picture = ListPictureSize(smallPictures);
     const int height = std::max(textHeight + kRowPadding, picture.isValid() ? picture.height() + kPictureGap : 0);
     if (view == ReportView)
         return {std::max(1, header->length()), height};
@@ -163,16 +172,6 @@ void ListView::FirstAndLastVisible(int& first, int& last) const {
     last = std::min((end + 1) * across, rows.RowCount()) - 1;
 }
 
-std::wstring ListView::ToolTipText(int id) const {
-    if (id == 0)
-        return {};
-    std::wstring text = rows.Text(id - 1, 0);
-    const std::wstring more = rows.Text(id - 1, 2);
-    if (!more.empty())
-        text += L" / " + more;
-    return text.substr(0, kTipLimit);
-}
-
 QRect ListView::visualRect(const QModelIndex& index) const {
     if (!index.isValid())
         return {};
@@ -181,7 +180,7 @@ QRect ListView::visualRect(const QModelIndex& index) const {
         return bounds;
     bounds.setLeft(header->sectionViewportPosition(index.column()));
     bounds.setWidth(header->sectionSize(index.column()));
-    const QSize picture = smallPictures.Size();
+    const QSize picture = ListPictureSize(smallPictures);
     if (index.column() == 0 && picture.isValid())
         bounds.adjust(picture.width() + kPictureGap, 0, 0, 0);
     return bounds;
@@ -214,6 +213,20 @@ QModelIndex ListView::indexAt(const QPoint& point) const {
         return rows.index(row, 0);
     const int column = header->logicalIndexAt(point.x());
     return column < 0 ? QModelIndex() : rows.index(row, column);
+}
+
+void ListView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>&) {
+    if (!isVisible())
+        return;
+    int first = 0;
+    int last = -1;
+    FirstAndLastVisible(first, last);
+    first = std::max(first, topLeft.row());
+    last = std::min(last, bottomRight.row());
+    for (int row = first; row <= last; ++row) {
+        const QRect bounds = RowBounds(row);
+        viewport()->update(0, bounds.top(), viewport()->width(), bounds.height());
+    }
 }
 
 void ListView::rowsAboutToBeRemoved(const QModelIndex&, int, int) {
@@ -253,24 +266,12 @@ void ListView::mousePressEvent(QMouseEvent* event) {
 void ListView::scrollContentsBy(int dx, int dy) {
     if (view == ReportView && dx != 0)
         header->setOffset(horizontalOffset());
-    scrollDirtyRegion(dx, dy);
-    viewport()->scroll(dx, dy);
-}
-
-bool ListView::viewportEvent(QEvent* event) {
-    if (event->type() != QEvent::ToolTip)
-        return QAbstractItemView::viewportEvent(event);
-    const auto* help = static_cast<QHelpEvent*>(event);
-    QRect bounds;
-    const int id = OnToolHitTest(help->pos(), bounds);
-    const QString text = id < 0 ? QString() : ToQt(ToolTipText(id));
-    if (text.isEmpty())
-        QToolTip::hideText();
-    else
-        QToolTip::showText(help->globalPos(), Qt::mightBeRichText(text) ? text.toHtmlEscaped() : text, viewport(),
-                           bounds);
-    event->accept();
-    return true;
+    if (const double factor = devicePixelRatioF(); factor == std::floor(factor)) {
+        scrollDirtyRegion(dx, dy);
+        viewport()->scroll(dx, dy);
+    } else {
+        viewport()->update(); // what is moved would not land on whole pixels
+    }
 }
 
 void ListView::PlaceHeader() {

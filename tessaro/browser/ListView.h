@@ -1,10 +1,11 @@
 #pragma once
 
 #include "tessaro/browser/ListModel.h"
-#include "tessaro/browser/PictureCache.h"
+#include "tessaro/browser/ListPicture.h"
 
 #include <QAbstractItemView>
 
+class ImageList;
 class QHeaderView;
 
 /// The list control of the browser window: one set of rows in icon, small-icon, list or report view, single selection
@@ -28,8 +29,6 @@ public:
     void SetIconSpacing(QSize spacing);
     /// Large pictures serve the icon view, small ones all others. Not owned; null takes them away.
     void SetImages(const ImageList* large, const ImageList* small);
-    /// The slot's picture was replaced.
-    void ForgetPicture(int slot);
     /// Lays the rows out anew.
     void Arrange();
 
@@ -53,11 +52,15 @@ public:
     QRect visualRect(const QModelIndex& index) const override;
     void scrollTo(const QModelIndex& index, ScrollHint hint = EnsureVisible) override;
     QModelIndex indexAt(const QPoint& point) const override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight, const QList<int>& roles) override;
     void rowsAboutToBeRemoved(const QModelIndex& parent, int start, int end) override;
     void rowsInserted(const QModelIndex& parent, int start, int end) override;
     void reset() override;
 
 protected:
+    /// Paints one row that is to be seen; called for no other.
+    virtual void PaintRow(QPainter& painter, int row, const QRect& bounds);
+
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
@@ -81,15 +84,17 @@ private:
     void FirstAndLastVisible(int& first, int& last) const;
     void PaintReportRow(QPainter& painter, int row, const QRect& bounds);
     void PaintCell(QPainter& painter, int row, const QRect& bounds);
-    void PaintPicture(QPainter& painter, int row, const QRect& place);
+    void PaintPicture(QPainter& painter, int row, QPoint place);
     void PaintSelection(QPainter& painter, int row, const QRect& bounds);
     QColor TextColour(int row) const;
+    QString Fitting(const QString& text, int width) const;
     bool IsRowSelected(int row) const;
     void PlaceHeader();
 
     ListModel rows;
     QHeaderView* header;
-    PictureCache largePictures, smallPictures;
+    const ImageList* largePictures = nullptr;
+    const ImageList* smallPictures = nullptr;
     QSize iconSpacing{142, 120};
     int view = ReportView;
 };

@@ -1,9 +1,11 @@
+#include "tessaro/browser/CrispPicture.h"
 #include "tessaro/browser/ListView.h"
 
 #include <QHeaderView>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOption>
 
 #include <algorithm>
 
@@ -13,6 +15,15 @@ constexpr int kTextMargin = 2;
 constexpr int kIconTop = 3;
 constexpr int kPictureMargin = 4;
 constexpr int kRounding = 3;
+constexpr int kTextLimit = 1000; ///< characters of a text that are looked at; no column shows as many
+
+/// Between the background and the text, much nearer to the background.
+QColor LineColour(const QPalette& palette) {
+    const QColor ground = palette.color(QPalette::Base);
+    const QColor text = palette.color(QPalette::Text);
+    const auto mix = [](int near, int far) { return near + (far - near) / 10; };
+    return {mix(ground.red(), text.red()), mix(ground.green(), text.green()), mix(ground.blue(), text.blue())};
+}
 
 } // namespace
 
@@ -23,14 +34,18 @@ void ListView::paintEvent(QPaintEvent* event) {
     FirstAndLastVisible(first, last);
     for (int row = first; row <= last; ++row) {
         QRect bounds = RowBounds(row);
-        if (view == ReportView) {
+        if (view == ReportView)
             bounds.setWidth(std::max(bounds.width(), viewport()->width()));
-            if (event->rect().intersects(bounds))
-                PaintReportRow(painter, row, bounds);
-        } else if (event->rect().intersects(bounds)) {
-            PaintCell(painter, row, bounds);
-        }
+        if (event->rect().intersects(bounds))
+            PaintRow(painter, row, bounds);
     }
+}
+
+void ListView::PaintRow(QPainter& painter, int row, const QRect& bounds) {
+    if (view == ReportView)
+        PaintReportRow(painter, row, bounds);
+    else
+        PaintCell(painter, row, bounds);
 }
 
 bool ListView::IsRowSelected(int row) const {
@@ -43,36 +58,37 @@ QColor ListView::TextColour(int row) const {
 }
 
 void ListView::PaintSelection(QPainter& painter, int row, const QRect& bounds) {
-    if (!IsRowSelected(row))
-        return;
     const auto group = hasFocus() ? QPalette::Active : QPalette::Inactive;
-    painter.save();
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(group, QPalette::Highlight));
-    painter.drawRoundedRect(bounds, kRounding, kRounding);
-    painter.restore();
+    if (IsRowSelected(row)) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(palette().color(group, QPalette::Highlight));
+        painter.drawRoundedRect(bounds, kRounding, kRounding);
+        painter.restore();
+    } else if (hasFocus() && currentIndex().row() == row) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = bounds;
+        focus.backgroundColor = palette().color(QPalette::Base);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
 }
 
-void ListView::PaintPicture(QPainter& painter, int row, const QRect& place) {
-    PictureCache& pictures = view == IconView ? largePictures : smallPictures;
-    const QPixmap picture = pictures.Picture(rows.Image(row));
-    if (picture.isNull())
-        return;
-    painter.drawPixmap(place.topLeft(), picture);
+void ListView::PaintPicture(QPainter& painter, int row, QPoint place) {
+    DrawCrisp(painter, place, ListPicture(view == IconView ? largePictures : smallPictures, rows.Image(row)));
 }
 
 void ListView::PaintReportRow(QPainter& painter, int row, const QRect& bounds) {
     PaintSelection(painter, row, bounds.adjusted(1, 0, -1, -1));
-    painter.setPen(palette().color(QPalette::AlternateBase).darker(104));
+    painter.setPen(QPen(LineColour(palette()), 0));
     painter.drawLine(bounds.bottomLeft(), bounds.bottomRight());
-    const QSize picture = smallPictures.Size();
+    const QSize picture = ListPictureSize(smallPictures);
     if (picture.isValid()) {
         const QRect first(header->sectionViewportPosition(0), bounds.top(), header->sectionSize(0), bounds.height());
         painter.save();
         painter.setClipRect(first, Qt::IntersectClip);
-        PaintPicture(painter, row,
-                     {QPoint(first.left() + 2, bounds.top() + (bounds.height() - picture.height()) / 2), picture});
+        PaintPicture(painter, row, {first.left() + 2, bounds.top() + (bounds.height() - picture.height()) / 2});
         painter.restore();
     }
     painter.setPen(TextColour(row));
@@ -81,32 +97,31 @@ void ListView::PaintReportRow(QPainter& painter, int row, const QRect& bounds) {
         const QRect cell = visualRect(index).adjusted(kTextMargin, 0, -kTextMargin, 0);
         if (cell.width() <= 0)
             continue;
-        const QString text = index.data(Qt::DisplayRole).toString();
         painter.drawText(cell, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
-                         fontMetrics().elidedText(text, Qt::ElideRight, cell.width()));
+                         Fitting(index.data(Qt::DisplayRole).toString(), cell.width()));
     }
 }
 
 void ListView::PaintCell(QPainter& painter, int row, const QRect& bounds) {
-    const QString text = rows.index(row, 0).data(Qt::DisplayRole).toString();
     PaintSelection(painter, row, bounds.adjusted(1, 1, -1, -1));
     QRect place;
     int alignment = Qt::AlignLeft | Qt::AlignVCenter;
     if (view == IconView) {
-        const QSize picture = largePictures.Size();
-        PaintPicture(
-            painter, row,
-            {QPoint(bounds.left() + (bounds.width() - picture.width()) / 2, bounds.top() + kIconTop), picture});
+        const QSize picture = ListPictureSize(largePictures);
+        PaintPicture(painter, row, {bounds.left() + (bounds.width() - picture.width()) / 2, bounds.top() + kIconTop});
         place = bounds.adjusted(kTextMargin, kIconTop + std::max(0, picture.height()), -kTextMargin, -1);
         alignment = Qt::AlignHCenter | Qt::AlignVCenter;
     } else {
-        const QSize picture = smallPictures.Size();
-        PaintPicture(
-            painter, row,
-            {QPoint(bounds.left() + kPictureMargin, bounds.top() + (bounds.height() - picture.height()) / 2), picture});
+        const QSize picture = ListPictureSize(smallPictures);
+        PaintPicture(painter, row,
+                     {bounds.left() + kPictureMargin, bounds.top() + (bounds.height() - picture.height()) / 2});
         place = bounds.adjusted(std::max(0, picture.width()) + 2 * kPictureMargin, 0, -kTextMargin, 0);
     }
     painter.setPen(TextColour(row));
     painter.drawText(place, alignment | Qt::TextSingleLine,
-                     fontMetrics().elidedText(text, Qt::ElideRight, place.width()));
+                     Fitting(rows.index(row, 0).data(Qt::DisplayRole).toString(), place.width()));
+}
+
+QString ListView::Fitting(const QString& text, int width) const {
+    return fontMetrics().elidedText(text.left(kTextLimit), Qt::ElideRight, width);
 }

@@ -2,6 +2,7 @@
 
 #include "tessaro/platform/UserInterface.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 bool quickFindBusy = false;
@@ -17,11 +18,19 @@ void MyCEdit::keyPressEvent(QKeyEvent* event) {
         event->accept();
         return;
     }
-    if (event->key() == Qt::Key_Escape || event->key() == Qt::Key_Tab) {
-        event->ignore();
-        return;
-    }
     QLineEdit::keyPressEvent(event);
+}
+
+bool MyCEdit::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* const pressed = static_cast<QKeyEvent*>(event);
+        const int key = pressed->key();
+        if (key == Qt::Key_Tab || key == Qt::Key_Backtab || key == Qt::Key_Escape) {
+            QCoreApplication::postEvent(parentWidget(), pressed->clone());
+            return true;
+        }
+    }
+    return QLineEdit::event(event);
 }
 
 void MyCEdit::Run(bool& busy, const std::function<void()>& action) {

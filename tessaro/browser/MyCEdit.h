@@ -9,7 +9,7 @@ extern bool quickFindBusy;
 extern bool quickFindNextBusy;
 
 /// The Quick Find box. It keeps Return for itself, so that Enter looks for the next match and never presses the default
-/// button; Tab and Escape act on the dialog.
+/// button; Tab and Escape are posted to its parent and act on the dialog.
 class MyCEdit : public QLineEdit {
 public:
     explicit MyCEdit(QWidget* parent);
@@ -18,6 +18,7 @@ public:
     std::function<void()> onReturn; ///< likewise
 
 protected:
+    bool event(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:

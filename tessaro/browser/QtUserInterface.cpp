@@ -1,6 +1,7 @@
 #include "tessaro/browser/QtUserInterface.h"
 
 #include "editor/sdk/editor.h"
+#include "tessaro/browser/HelpWindow.h"
 #include "tessaro/browser/QtText.h"
 
 #include <QApplication>
@@ -72,5 +73,6 @@ std::optional<std::wstring> QtUserInterface::PickSaveFile(const std::wstring& ti
 }
 
 void QtUserInterface::ShowHelp(const std::wstring& file) {
-    QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(file)));
+    if (!HelpWindow::Show(Owner(), file))
+        QDesktopServices::openUrl(QUrl::fromLocalFile(ToQt(file)));
 }

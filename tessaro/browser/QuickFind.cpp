@@ -58,7 +58,7 @@ bool BlockDlg::QuickFind(bool searchCurrent) {
 }
 
 /// Behind the current directory the match's position becomes the directory's selected row, which the fill brings back;
-/// from the head to the current one its row is looked up at once. The two halves differ, and stay so.
+/// from the head up to the current one its row is looked up at once. The two halves differ, and stay so.
 bool BlockDlg::FindInOtherDirectories(const std::wstring& pattern) {
     const auto current = std::find(directories.begin(), directories.end(), currentDirectory.load());
     if (current == directories.end())
@@ -75,7 +75,7 @@ bool BlockDlg::FindInOtherDirectories(const std::wstring& pattern) {
         directory.selectedIndex = static_cast<std::int32_t>(position);
         return true;
     }
-    for (auto place = directories.begin(); place != std::next(current); ++place) {
+    for (auto place = directories.begin(); place != current; ++place) {
         Directory& directory = **place;
         if (!directory.loaded)
             continue;

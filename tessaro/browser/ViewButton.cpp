@@ -1,7 +1,9 @@
 #include "tessaro/browser/ViewButton.h"
 
+#include "tessaro/browser/CrispPicture.h"
 #include "tessaro/browser/ViewPictures.xpm"
 
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
@@ -51,16 +53,29 @@ void ViewButton::paintEvent(QPaintEvent*) {
     const int arrowWidth = ArrowWidth(this);
     arrow.rect = QRect(width() - arrowWidth, -1, arrowWidth, height() + 1).adjusted(3, 3, -5, -3);
     style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter, this);
-    painter.setPen(palette().color(QPalette::Mid));
+    painter.setPen(QPen(palette().color(QPalette::Mid), 0));
     painter.drawLine(width() - arrowWidth - 1, 5, width() - arrowWidth - 1, height() - 6);
+    if (hasFocus() && frame.state.testFlag(QStyle::State_KeyboardFocusChange)) {
+        QStyleOptionFocusRect focus;
+        focus.initFrom(this);
+        focus.rect = rect().adjusted(2, 2, -2, -2);
+        style()->drawPrimitive(QStyle::PE_FrameFocusRect, &focus, &painter, this);
+    }
 
     painter.setOpacity(isEnabled() ? 1.0 : 0.5);
-    painter.drawImage(2, 2, ViewPicture(view));
+    DrawCrisp(painter, {2, 2}, ViewPicture(view));
+}
+
+void ViewButton::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Down && hasDirectory())
+        OpenMenu(Qt::LeftButton);
+    else
+        QPushButton::keyPressEvent(event);
 }
 
 void ViewButton::mousePressEvent(QMouseEvent* event) {
     const bool known = event->button() == Qt::LeftButton || event->button() == Qt::RightButton;
-    if (!known || !hasDirectory || !hasDirectory() || !IsOnArrow(event->position().toPoint().x())) {
+    if (!known || !hasDirectory() || !IsOnArrow(event->position().toPoint().x())) {
         QPushButton::mousePressEvent(event);
         return;
     }

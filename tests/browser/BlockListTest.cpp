@@ -192,10 +192,26 @@ TEST_F(BlockList, TheMenuIsBuiltFromTheState) {
         {
             const MenuAnswer menu;
             emit dlg.Controls().blockList->customContextMenuRequested({5, 5});
-            EXPECT_EQ(menu.Texts(), QStringList({"Insert desk", "XRef desk", "Open desk", "-", "Sort", "Sort/Filename*",
-                                                 "Sort/File Type", "Sort/Description", "Sort/Size",
-                                                 "Sort/Last Modified Time", "Sort/Creation Time", "View", "View/Large",
-                                                 "View/Small", "View/List", "View/Report*", "-", "Refresh Directory"}));
+            EXPECT_EQ(menu.Texts(), QStringList({"Insert desk",
+                                                 "XRef desk",
+                                                 "Open desk",
+                                                 "-",
+                                                 "Edit Description",
+                                                 "-",
+                                                 "Sort",
+                                                 "Sort/Filename*",
+                                                 "Sort/File Type",
+                                                 "Sort/Description",
+                                                 "Sort/Size",
+                                                 "Sort/Last Modified Time",
+                                                 "Sort/Creation Time",
+                                                 "View",
+                                                 "View/Large",
+                                                 "View/Small",
+                                                 "View/List",
+                                                 "View/Report*",
+                                                 "-",
+                                                 "Refresh Directory"}));
         }
         dlg.Controls().blockList->clearSelection();
         furniture->useLargeImages = false;

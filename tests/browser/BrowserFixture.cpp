@@ -11,6 +11,7 @@
 #include <QElapsedTimer>
 #include <QMenu>
 #include <QMessageBox>
+#include <QPointer>
 #include <QTest>
 #include <QTimer>
 
@@ -18,7 +19,8 @@
 
 namespace {
 
-constexpr int kPatience = 10'000;
+constexpr int kPatience = 30'000;
+constexpr int kUnanswered = 5'000; ///< between two looks at a message box
 
 /// Calls again and again until the function has found what it waits for.
 void Until(const std::function<bool()>& step) {
@@ -93,6 +95,18 @@ Directory* Browser::AddFolder(const std::wstring& description, const std::vector
 
 void Browser::Run(const std::function<void(BlockDlg&)>& script) {
     BlockDlg dlg;
+    // A box that nothing answers fails the test instead of holding it up.
+    QTimer watch;
+    QPointer<QMessageBox> standing;
+    QObject::connect(&watch, &QTimer::timeout, [&standing] {
+        auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+        if (box != nullptr && box == standing) {
+            ADD_FAILURE() << "nobody answered: " << box->text().toStdString();
+            box->done(QMessageBox::No);
+        }
+        standing = box;
+    });
+    watch.start(kUnanswered);
     QTimer::singleShot(0, &dlg, [&] {
         script(dlg);
         if (closeArmed)

@@ -22,7 +22,7 @@ protected:
                          const std::string& mark = "AC1015");
     /// Opens the dialog, carries the script out in its modal loop and closes the dialog where the script did not.
     void Run(const std::function<void(BlockDlg&)>& script);
-    /// Lets the modal loop run until the condition holds; fails after ten seconds.
+    /// Lets the modal loop run until the condition holds; fails after thirty seconds.
     static bool WaitFor(const std::function<bool()>& condition);
     /// Until the worker has nothing to do: a directory that is put first at the very end of another's pass would leave
     /// the queue with it.

@@ -1,6 +1,7 @@
 #include "tessaro/browser/CTitleTip.h"
 #include "tessaro/browser/MyCEdit.h"
 #include "tessaro/browser/ViewButton.h"
+#include "tessaro/browser/ViewPictures.xpm"
 
 #include <QApplication>
 #include <QDialog>
@@ -133,6 +134,17 @@ TEST_F(ViewButtonTest, ADismissedMenuSwitchesToTheLargeView) {
     EXPECT_EQ(views, std::vector{0});
 }
 
+TEST_F(ViewButtonTest, TheArtworkIsOneBitmapOfEightyEightByTwentyInAtMostSixteenColours) {
+    const QImage artwork(viewPictures);
+    EXPECT_EQ(artwork.size(), QSize(88, 20));
+    QSet<QRgb> colours;
+    for (int y = 0; y < artwork.height(); ++y)
+        for (int x = 0; x < artwork.width(); ++x)
+            colours << artwork.pixel(x, y);
+    EXPECT_LE(colours.size(), 16);
+    EXPECT_TRUE(colours.contains(qRgb(255, 0, 255)));
+}
+
 TEST_F(ViewButtonTest, WithoutADirectoryAPressOnTheArrowIsThePlainPress) {
     hasDirectory = false;
     QTest::mouseClick(&button, Qt::LeftButton, {}, Arrow());
@@ -184,12 +196,15 @@ TEST_F(MyCEditTest, ReturnLooksForTheNextMatchAndNeverInserts) {
 
 TEST_F(MyCEditTest, EscapeActsOnTheDialog) {
     QTest::keyClick(&edit, Qt::Key_Escape);
+    EXPECT_EQ(dialog.rejects, 0) << "it is posted";
+    QCoreApplication::sendPostedEvents();
     EXPECT_EQ(dialog.rejects, 1);
 }
 
 TEST_F(MyCEditTest, TabMovesToTheNextControl) {
     ASSERT_TRUE(edit.hasFocus());
     QTest::keyClick(&edit, Qt::Key_Tab);
+    QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(button.hasFocus());
     EXPECT_EQ(edit.text(), QString());
 }
@@ -253,6 +268,82 @@ TEST_F(TitleTipTest, StaysWhileTheMouseIsInTheCellAndGoesWhenItLeaves) {
     EXPECT_TRUE(tip.IsVisible());
     QTest::mouseMove(tip.Window(), {90, 5});
     EXPECT_FALSE(tip.IsVisible());
+}
+
+TEST_F(TitleTipTest, TheKeptRectangleIsTheCellsWithAPixelAround) {
+    tip.Create(&window);
+    const std::pair<QPoint, bool> places[]{
+        // Left and top are in, right and bottom are out: from -6 to 75 and from -1 to 17.
+        {{-6, -1}, true}, {{-7, 5}, false}, {{0, -2}, false}, {{74, 16}, true}, {{75, 5}, false}, {{10, 17}, false},
+    };
+    for (const auto& [place, stays] : places) {
+        tip.Show({20, 30, 80, 16}, longText, 5);
+        ASSERT_TRUE(tip.IsVisible());
+        QTest::mouseMove(tip.Window(), place);
+        EXPECT_EQ(tip.IsVisible(), stays) << place.x() << "," << place.y();
+        if (tip.IsVisible())
+            QTest::mousePress(tip.Window(), Qt::LeftButton, {}, {1, 1});
+    }
+}
+
+TEST_F(TitleTipTest, ATextIsClippedWhereItWouldPassTheCellLessTheOffset) {
+    tip.Create(&window);
+    const int text = window.fontMetrics().horizontalAdvance("some text") + 3;
+    tip.Show({0, 0, text + 10, 16}, "some text", 5);
+    EXPECT_FALSE(tip.IsVisible()) << "its right edge reaches the cell's, less the offset";
+    tip.Show({0, 0, text + 9, 16}, "some text", 5);
+    EXPECT_TRUE(tip.IsVisible());
+}
+
+TEST_F(TitleTipTest, AMoveOutOfTheCellIsPostedToWhatLiesBeneath) {
+    struct Beneath : QWidget {
+        using QWidget::QWidget;
+        void mouseMoveEvent(QMouseEvent* event) override { place = event->position().toPoint(); }
+        QPoint place{-1, -1};
+    } beneath(&window);
+    beneath.setGeometry(0, 60, 300, 100);
+    beneath.setMouseTracking(true);
+    beneath.show();
+    tip.Create(&window);
+    tip.Show({20, 30, 80, 16}, longText);
+    QTest::mouseMove(tip.Window(), {30, 50});
+    EXPECT_FALSE(tip.IsVisible());
+    QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(beneath.place, QPoint(50, 20));
+}
+
+TEST_F(TitleTipTest, AllThreeButtonsGoToWhatLiesBeneath) {
+    struct Beneath : QWidget {
+        using QWidget::QWidget;
+        void mousePressEvent(QMouseEvent* event) override { button = event->button(); }
+        Qt::MouseButton button = Qt::NoButton;
+    } beneath(&window);
+    beneath.setGeometry(20, 30, 200, 100);
+    beneath.show();
+    tip.Create(&window);
+    for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
+        tip.Show({20, 30, 80, 16}, longText);
+        QTest::mousePress(tip.Window(), button, {}, {12, 6});
+        EXPECT_FALSE(tip.IsVisible());
+        QCoreApplication::sendPostedEvents();
+        EXPECT_EQ(beneath.button, button);
+    }
+}
+
+TEST_F(TitleTipTest, OtherInputIsLeftAloneWhileSomethingHasTheFocusAndEndsTheTipOtherwise) {
+    tip.Create(&window);
+    tip.Show({20, 30, 80, 16}, longText);
+    QTest::mouseRelease(tip.Window(), Qt::LeftButton, {}, {12, 6});
+    EXPECT_TRUE(tip.IsVisible());
+    window.clearFocus();
+    QTest::mouseRelease(tip.Window(), Qt::LeftButton, {}, {12, 6});
+    EXPECT_FALSE(tip.IsVisible());
+}
+
+TEST_F(TitleTipTest, WithoutAWindowNothingShows) {
+    tip.Show({20, 30, 80, 16}, longText);
+    EXPECT_FALSE(tip.IsVisible());
+    EXPECT_EQ(tip.Window(), nullptr);
 }
 
 TEST_F(TitleTipTest, AKeyGoesToTheParent) {

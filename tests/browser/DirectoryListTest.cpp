@@ -84,12 +84,13 @@ TEST_F(DirectoryList, TheSameFolderCanBeAddedTwice) {
 }
 
 TEST_F(DirectoryList, DeleteAsksAndTakesTheDirectoryOutWithItsCacheFile) {
-    folder.write(std::filesystem::path(electrical->cacheFile).filename(), "cache");
     const std::wstring cacheFile = electrical->cacheFile;
     const std::wstring path = electrical->path;
     Run([&](BlockDlg& dlg) {
         ASSERT_TRUE(WaitIdle());
         dlg.SelectDirectoryRow(1);
+        ASSERT_TRUE(WaitIdle());
+        folder.write(std::filesystem::path(electrical->cacheFile).filename(), "cache");
         const MessageAnswer answer(QStringLiteral("Yes"));
         dlg.Controls().remove->click();
         EXPECT_EQ(answer.Text(), "Are you sure you wish to delete 'Electrical'?");
@@ -222,7 +223,7 @@ TEST_F(DirectoryList, TheMenuActsOnTheCurrentDirectory) {
         {
             const MenuAnswer menu;
             emit dlg.Controls().directoryList->customContextMenuRequested({5, 5});
-            EXPECT_EQ(menu.Texts(), QStringList({"[Properties]", "-", "Reload Directory"}));
+            EXPECT_EQ(menu.Texts(), QStringList({"Properties", "-", "Reload Directory"}));
             EXPECT_TRUE(furniture->explode) << "the state is stored first";
         }
         furniture->loaded = false;

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
+#include <set>
 
 namespace {
 
@@ -70,6 +72,45 @@ TEST(ListModel, SortKeepsTheOrderOfEqualRowsAndPersistentIndexesFollowTheirRow) 
         [](const void* a, const void* b) { return *static_cast<const int*>(a) < *static_cast<const int*>(b); });
     EXPECT_EQ(items.Names(), L"a b B ");
     EXPECT_EQ(kept.row(), 0);
+}
+
+TEST(ListModel, AComparisonThatContradictsItselfGivesSomeOrderOfTheSameRows) {
+    Items items;
+    std::vector<int> numbers(1000);
+    for (int number = 0; number < 1000; ++number) {
+        numbers[static_cast<std::size_t>(number)] = number;
+        items.model.InsertRow(number, std::to_wstring(number), &numbers[static_cast<std::size_t>(number)]);
+    }
+    std::mt19937 random(7);
+    const std::function<bool(const void*, const void*)> comparisons[]{
+        [](const void*, const void*) { return true; },
+        [&](const void*, const void*) { return random() % 2 == 0; },
+        [](const void* a, const void* b) { return *static_cast<const int*>(a) % 3 > *static_cast<const int*>(b) % 7; },
+    };
+    for (const auto& comparison : comparisons) {
+        items.model.Sort(comparison);
+        std::set<const void*> present;
+        for (int row = 0; row < 1000; ++row) {
+            present.insert(items.model.Data(row));
+            EXPECT_EQ(items.model.FindData(items.model.Data(row)), row);
+        }
+        EXPECT_EQ(present.size(), 1000U);
+    }
+}
+
+TEST(ListModel, SortsAnyNumberOfRows) {
+    for (int count = 0; count < 70; ++count) {
+        Items items;
+        std::vector<int> numbers;
+        for (int row = 0; row < count; ++row)
+            numbers.push_back(row * 37 % 71);
+        for (int row = 0; row < count; ++row)
+            items.model.InsertRow(row, L"x", &numbers[static_cast<std::size_t>(row)]);
+        items.model.Sort(
+            [](const void* a, const void* b) { return *static_cast<const int*>(a) < *static_cast<const int*>(b); });
+        for (int row = 1; row < count; ++row)
+            EXPECT_LT(*static_cast<int*>(items.model.Data(row - 1)), *static_cast<int*>(items.model.Data(row)));
+    }
 }
 
 TEST(ListModel, RowsThatAreNotThereAreIgnored) {

@@ -7,6 +7,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <set>
 
 namespace {
 
@@ -119,10 +120,110 @@ TEST(ListView, LargePicturesServeTheIconViewSmallOnesAllOthers) {
     EXPECT_EQ(colourIn(71), QColor(Qt::red));
 
     large.Replace(0, Filled(130, 96, 0, 255, 0));
-    shown.list.ForgetPicture(0);
     EXPECT_EQ(colourIn(71), QColor(Qt::green));
     shown.list.SetImages(nullptr, nullptr);
     EXPECT_NE(colourIn(71), QColor(Qt::green));
+}
+
+/// Notes the rows that it paints.
+struct CountingList : MyList {
+    using MyList::MyList;
+    void PaintRow(QPainter& painter, int row, const QRect& bounds) override {
+        painted.insert(row);
+        MyList::PaintRow(painter, row, bounds);
+    }
+    std::set<int> painted;
+};
+
+TEST(ListView, PaintsWhatIsVisibleAndNothingElseInEveryView) {
+    ImageList large(130, 96, 1, 25);
+    ImageList small(66, 49, 1, 25);
+    large.Add(Filled(130, 96, 255, 0, 0));
+    small.Add(Filled(66, 49, 0, 0, 255));
+    CountingList list(nullptr);
+    list.Rows().InsertColumn(L"Block");
+    for (int row = 0; row < 20'000; ++row)
+        list.Rows().InsertRow(row, L"block");
+    list.SetIconSpacing({142, 120});
+    list.SetImages(&large, &small);
+    list.resize(600, 400);
+    list.show();
+    QTest::qWait(1);
+    for (const int view :
+         {ListView::IconView, ListView::SmallIconView, ListView::SmallListView, ListView::ReportView}) {
+        list.SetViewBits(view);
+        for (const int row : {0, 9'999, 19'999}) {
+            list.SelectRow(row);
+            list.painted.clear();
+            list.viewport()->repaint();
+            std::set<int> visible;
+            for (int each = std::max(0, row - 500); each < std::min(20'000, row + 500); ++each)
+                if (list.RowBounds(each).intersects(list.viewport()->rect()))
+                    visible.insert(each);
+            EXPECT_EQ(list.painted, visible) << "view " << view << " row " << row;
+            EXPECT_TRUE(list.painted.contains(row));
+        }
+    }
+}
+
+TEST(ListView, ARowThatChangesIsPaintedAlone) {
+    CountingList list(nullptr);
+    list.Rows().InsertColumn(L"Block");
+    for (int row = 0; row < 100; ++row)
+        list.Rows().InsertRow(row, L"block");
+    list.resize(600, 400);
+    list.show();
+    QTest::qWait(20);
+    list.painted.clear();
+    list.Rows().SetText(3, 0, L"other");
+    list.Rows().SetText(90, 0, L"out of sight");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !list.painted.empty(); }, 30'000));
+    EXPECT_EQ(list.painted, std::set<int>{3});
+}
+
+TEST(ListView, ThePicturesAreTheImageListsPixels) {
+    ImageList small(66, 49, 1, 25);
+    Picture picture(66, 49);
+    for (std::size_t at = 0; at < picture.pixels.size(); ++at)
+        picture.pixels[at] = at / 3 % 5 == 0 ? 255 : 0;
+    small.Add(picture);
+    List shown(2);
+    shown.list.SetImages(nullptr, &small);
+    shown.list.Rows().SetImage(0, 0);
+    const QImage seen = shown.list.viewport()->grab().toImage();
+    const QRect bounds = shown.list.RowBounds(0);
+    const int top = bounds.top() + (bounds.height() - 49) / 2;
+    for (int y = 0; y < 49; ++y)
+        for (int x = 0; x < 66; ++x)
+            ASSERT_EQ(seen.pixel(2 + x, top + y), (y * 66 + x) % 5 == 0 ? qRgb(255, 255, 255) : qRgb(0, 0, 0))
+                << x << "," << y;
+}
+
+TEST(ListView, ASelectionIsShownWithoutTheFocusToo) {
+    List shown(3);
+    QWidget other;
+    other.show();
+    shown.list.clearFocus();
+    shown.list.SelectRow(1);
+    ASSERT_FALSE(shown.list.hasFocus());
+    const QImage seen = shown.list.viewport()->grab().toImage();
+    const QRect bounds = shown.list.RowBounds(1);
+    EXPECT_EQ(seen.pixelColor(bounds.right() - 3, bounds.center().y()),
+              shown.list.palette().color(QPalette::Inactive, QPalette::Highlight));
+}
+
+TEST(ListView, AHeadingThatDoesNotFitShowsItsBeginning) {
+    const auto drawn = [&](int width, Qt::Alignment alignment) {
+        MyList list(nullptr);
+        list.Rows().InsertColumn(L"Status", alignment);
+        list.Header()->resizeSection(0, width);
+        list.resize(300, 100);
+        list.show();
+        QTest::qWait(1);
+        return list.Header()->viewport()->grab({0, 0, width - 2, list.Header()->height()}).toImage();
+    };
+    EXPECT_EQ(drawn(20, Qt::AlignRight), drawn(20, Qt::AlignLeft));
+    EXPECT_NE(drawn(120, Qt::AlignRight), drawn(120, Qt::AlignLeft));
 }
 
 TEST(ListView, APressBesideTheRowsTakesTheSelectionAway) {

@@ -2,6 +2,7 @@
 
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/reading/Loader.h"
 
 #include <QTest>
 
@@ -92,6 +93,56 @@ TEST_F(QuickFindRules, ADirectoryAheadIsShownWithoutARowSelected) {
         EXPECT_EQ(currentDirectory.load(), furniture);
         EXPECT_EQ(furniture->selectedIndex, -1) << "its rows are not there yet";
         ASSERT_TRUE(WaitFor([&] { return dlg.BlockRowCount() == 3; }));
+    });
+}
+
+TEST_F(QuickFindRules, TheSecondHalfEndsAheadOfTheCurrentDirectory) {
+    Run([&](BlockDlg& dlg) {
+        ASSERT_TRUE(WaitIdle());
+        dlg.Controls().quickFind->setText("high");
+        ASSERT_EQ(Selected(dlg), L"high chair");
+        EXPECT_FALSE(dlg.QuickFind(false)) << "the current directory's blocks are not looked at";
+        EXPECT_EQ(Selected(dlg), L"high chair");
+        dlg.QuickFindNext();
+        EXPECT_EQ(Selected(dlg), L"high chair") << "found again from the top of this directory";
+        EXPECT_EQ(loader.pause, 0) << "without having the directory read again";
+    });
+}
+
+TEST_F(QuickFindRules, ThePositionInTheStoredOrderIsNotTheRowAfterSorting) {
+    electrical->sortStyle = 8;
+    Run([&](BlockDlg& dlg) {
+        ASSERT_TRUE(WaitIdle());
+        dlg.Controls().quickFind->setText("switch");
+        EXPECT_EQ(electrical->selectedIndex, 1);
+        ASSERT_TRUE(WaitFor([&] { return dlg.SelectedBlockRow() == 1; }));
+        EXPECT_EQ(Selected(dlg), L"chairlift") << "another row than the one that was found";
+    });
+}
+
+TEST_F(QuickFindRules, WildCardAndRegularExpressionCharactersAreTheHostsOrThemselves) {
+    folder.write(std::filesystem::path(furniture->path) / "x[1].dwg", "AC1015" + std::string(100, '\0'));
+    folder.write(std::filesystem::path(furniture->path) / "a+b (c)$.dwg", "AC1015" + std::string(100, '\0'));
+    Run([&](BlockDlg& dlg) {
+        ASSERT_TRUE(WaitIdle());
+        ASSERT_EQ(dlg.BlockRowCount(), 5);
+        const std::pair<const char*, const wchar_t*> finds[]{
+            {"a+b", L"a+b (c)$"}, {"(c)$", L"a+b (c)$"}, {"x`[1", L"x[1]"}, {"[d]esk", L"desk"}, {"b (", L"a+b (c)$"},
+        };
+        for (const auto& [text, name] : finds) {
+            dlg.Controls().quickFind->setText(text);
+            EXPECT_EQ(Selected(dlg), name) << text;
+        }
+        for (const char* text :
+             {"[", "]", "~", "`", "[a-", "[~", "``", "\\", "#", "@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@@",
+              "*?*?*?*?*?*?*?*?*?*?*?*?*?*?*?*?*?*?z", ",", "~,"}) {
+            dlg.Controls().quickFind->setText(text);
+            dlg.QuickFindNext();
+            EXPECT_TRUE(dlg.isVisible()) << text;
+        }
+        dlg.Controls().quickFind->setText(QString(5000, '*'));
+        dlg.Controls().quickFind->setText(QString(5000, '['));
+        EXPECT_TRUE(dlg.isVisible());
     });
 }
 

@@ -50,6 +50,8 @@ void RunBrowser() {
         Log(L"No window system\n"); // a host that runs without one: a window would end the process
         return;
     }
+    if (BlockDlg::IsUp())
+        return; // the dialog is modal to the host: a second one could only be started around it
     Log(L"Construct dialog\n");
     BlockDlg dialog(static_cast<QWidget*>(adsw_acadMainWnd()));
     Log(L"DoModal\n");
