@@ -1,20 +1,25 @@
 // Prints what drawings say of themselves: one JSON object keyed by the paths as given.
 //
 //   drawing-facts FILE...
+//   drawing-facts --entities FILE...
 //
 // A file that can't be read has "error" with kind, reason and offset beside what could be read of it; the others are
-// still printed and the exit status is 1.
+// still printed and the exit status is 1. With --entities each file is a line "# FILE", then a line for each of its
+// entities, see entity_lines.h; errors and damage go to the standard error stream.
 
 #include "editor/dwg/facts.h"
 #include "editor/dwg/header_variables.h"
 #include "editor/dwg/image_section.h"
 #include "editor/dwg/read_drawing.h"
 #include "editor/dwg/summary_info.h"
+#include "tools/entity_lines.h"
 #include "tools/json_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <set>
+#include <span>
 
 namespace {
 
@@ -185,22 +190,29 @@ dwg::Result<void> printFile(JsonWriter& json, const char* path) {
     return {};
 }
 
-} // namespace
-
-int main(int argc, char** argv) {
-    if (argc < 2) {
-        std::fputs("usage: drawing-facts FILE...\n", stderr);
-        return 2;
+bool printEntities(const char* path) {
+    const auto file = dwg::DrawingFile::open(std::filesystem::path(path));
+    const auto drawing = file ? dwg::readDrawing(*file) : dwg::Result<dwg::Drawing>(file.error());
+    if (!drawing) {
+        std::fprintf(stderr, "%s: %s: %s\n", path, dwg::kindName(drawing.error().kind), drawing.error().reason.c_str());
+        return false;
     }
+    for (const dwg::Finding& finding : drawing->findings)
+        std::fprintf(stderr, "%s: %s: %s\n", path, finding.place.c_str(), finding.reason.c_str());
+    std::printf("# %s\n%s", path, tools::entityLines(*drawing).c_str());
+    return true;
+}
+
+int printFacts(std::span<char*> paths) {
     bool failed = false;
     JsonWriter json;
     json.beginObject();
     std::set<std::string_view> printed;
-    for (int i = 1; i < argc; ++i) {
-        if (!printed.insert(argv[i]).second)
+    for (const char* const path : paths) {
+        if (!printed.insert(path).second)
             continue;
-        json.key(argv[i]).beginObject();
-        if (const auto done = printFile(json, argv[i]); !done) {
+        json.key(path).beginObject();
+        if (const auto done = printFile(json, path); !done) {
             failed = true;
             json.key("error").beginObject();
             json.member("kind", dwg::kindName(done.error().kind));
@@ -212,5 +224,25 @@ int main(int argc, char** argv) {
     }
     json.endObject();
     std::puts(json.text().c_str());
+    return failed ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    std::span<char*> arguments(argv, static_cast<std::size_t>(argc));
+    arguments = arguments.subspan(std::min<std::size_t>(1, arguments.size()));
+    const bool entities = !arguments.empty() && std::string_view(arguments[0]) == "--entities";
+    if (entities)
+        arguments = arguments.subspan(1);
+    if (arguments.empty()) {
+        std::fputs("usage: drawing-facts [--entities] FILE...\n", stderr);
+        return 2;
+    }
+    if (!entities)
+        return printFacts(arguments);
+    bool failed = false;
+    for (const char* const path : arguments)
+        failed |= !printEntities(path);
     return failed ? 1 : 0;
 }
