@@ -1,6 +1,5 @@
 #include "editor/window/command_panel.h"
 
-#include <QCompleter>
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -90,12 +89,21 @@ void CommandPanel::showKeywords(const QStringList& keywords) {
     }
 }
 
-void CommandPanel::setCommandNames(const QStringList& names) {
-    auto* completer = new QCompleter(names, input);
-    completer->setCaseSensitivity(Qt::CaseInsensitive);
-    completer->setCompletionMode(QCompleter::InlineCompletion);
-    delete input->completer();
-    input->setCompleter(completer);
+void CommandPanel::complete() {
+    // Tab after Tab goes through the names that begin like what was typed.
+    const QString shown = input->text();
+    const bool goesOn = !completed.isEmpty() && shown == completed;
+    if (!goesOn)
+        typed = shown;
+    QStringList matches;
+    for (const QString& name : names)
+        if (name.startsWith(typed, Qt::CaseInsensitive))
+            matches << name;
+    if (typed.isEmpty() || matches.isEmpty())
+        return;
+    const qsizetype next = goesOn ? (matches.indexOf(completed) + 1) % matches.size() : 0;
+    completed = matches[next];
+    input->setText(completed);
 }
 
 void CommandPanel::enter() {
@@ -136,6 +144,9 @@ bool CommandPanel::handleKey(const QKeyEvent& key) {
         if (wholeLine || input->text().startsWith('(') || input->text().startsWith('"'))
             return false;
         submit(input->text());
+        return true;
+    case Qt::Key_Tab:
+        complete();
         return true;
     case Qt::Key_Escape:
         input->clear();

@@ -22,8 +22,8 @@ public:
 
     void append(const QString& text);
     void setPrompt(const QString& prompt);
-    /// Names that an answer at the command prompt is completed to.
-    void setCommandNames(const QStringList& names);
+    /// What the key Tab completes to; none while something else than a command is asked for.
+    void setCommandNames(const QStringList& commands) { names = commands; }
     /// Enter alone, as the right button of the mouse gives it.
     void enter();
     /// Answers that hold blanks are asked for; otherwise a blank ends the answer like Enter.
@@ -42,6 +42,7 @@ protected:
 private:
     void submit(const QString& text);
     void showKeywords(const QStringList& keywords);
+    void complete();
     /// What a key does by itself; false where the line edit is to take it.
     bool handleKey(const QKeyEvent& key);
 
@@ -50,6 +51,8 @@ private:
     QHBoxLayout* keywordRow;
     QLineEdit* input;
     QStringList earlier;
+    QStringList names;
+    QString typed, completed; // what Tab began with, and what it made of it
     qsizetype recalled = 0;
     bool wholeLine = false;
 };

@@ -28,6 +28,16 @@ namespace editor {
 
 namespace {
 const char* const drawingFilter = "Drawings (*.dwg *.DWG)";
+
+QStringList commandNames() {
+    QStringList names;
+    for (const auto& command : Editor::instance()->commands().all())
+        names << QString::fromStdWString(command->localName);
+    names.sort();
+    names.removeDuplicates();
+    return names;
+}
+
 constexpr std::uint32_t darkBackground = 0, lightBackground = 0xFFFFFF;
 } // namespace
 
@@ -100,9 +110,13 @@ void MainWindow::makeMenus() {
     QMenu* file = menuBar()->addMenu("&File");
     command(file, "&New", QKeySequence::New, "._NEW\n");
     command(file, "&Open...", QKeySequence::Open, "._OPEN\n");
+    command(file, "&Save", QKeySequence::Save, "._QSAVE\n");
     command(file, "Save &As...", QKeySequence::SaveAs, "._SAVEAS\n");
     file->addSeparator();
     command(file, "&Quit", QKeySequence::Quit, "._QUIT\n");
+    QMenu* edit = menuBar()->addMenu("&Edit");
+    command(edit, "&Undo", QKeySequence::Undo, "._U\n");
+    command(edit, "&Redo", QKeySequence::Redo, "._REDO\n");
     QMenu* blocks = menuBar()->addMenu("&Blocks");
     QAction* library = command(blocks, "Block &Library...", QKeySequence("Ctrl+B"), "TESSARO\n");
     QMenu* viewMenu = menuBar()->addMenu("&View");
@@ -167,6 +181,7 @@ UserEvent MainWindow::next(const Prompt& prompt) {
     atCommandPrompt = prompt.kind == Prompt::Kind::Command;
     panel->setPrompt(QString::fromStdWString(prompt.text));
     panel->setWholeLine(prompt.wholeLine);
+    panel->setCommandNames(atCommandPrompt ? commandNames() : QStringList());
     drawing->setPrompt(prompt);
     if (waiting.empty()) {
         QEventLoop own;
@@ -204,8 +219,7 @@ std::optional<std::wstring> MainWindow::pickFileToSave(const std::wstring& start
 
 SaveAnswer MainWindow::askToSave(const std::wstring& file) {
     const auto answer = QMessageBox::question(
-        this, "Drawing Editor",
-        QString("Save changes to %1?").arg(QFileInfo(QString::fromStdWString(file)).fileName()),
+        this, "Drawing Editor", QString("Save changes to %1?").arg(QFileInfo(QString::fromStdWString(file)).fileName()),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel);
     if (answer == QMessageBox::Save)
         return SaveAnswer::Save;
