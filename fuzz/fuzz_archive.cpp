@@ -95,7 +95,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::wstring password = data[0] % 4 >= 2 ? L"key" : L"";
     const MemoryFile memory(data + 1, size - 1);
     const std::vector<std::wstring> texts = Read(memory.path(), password, compress);
-    if (!texts.empty())
+    // Files are slow, so that only some are written.
+    if (!texts.empty() && size % 8 == 0)
         CheckRoundTrip(texts, password, true);
     return 0;
 }

@@ -9,6 +9,7 @@
 #include "tessaro/reading/LoaderThreads.h"
 
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <vector>
 
@@ -31,9 +32,10 @@ void StoreAndClear() {
     dirColumnWidths = window->DirectoryColumnWidths();
 }
 
-void SaveSettings() {
+/// A step whose failure keeps none of the others back.
+void Step(const std::function<void()>& work) {
     try {
-        SaveIni(false);
+        work();
     } catch (const std::exception& exception) {
         LogException(L"FinishClose", exception.what());
     }
@@ -65,15 +67,15 @@ void FreeAllImages() {
 } // namespace
 
 void FinishClose() {
-    SaveCurrentPictures();
+    Step(SaveCurrentPictures);
     platform::CallOnMainThread(StoreAndClear);
-    SaveSettings();
+    Step([] { SaveIni(false); });
     platform::CallOnMainThread([] {
         // In one call, so that the window is not destroyed while the pointer still names it.
         if (BrowserWindow* const window = theBlockDlg.exchange(nullptr))
             window->PostCommand(kCloseCommand);
     });
-    FreeAllImages();
+    Step(FreeAllImages);
 }
 
 void StopLoader() {
