@@ -27,8 +27,19 @@ std::wstring LayerLinetypeName(const AcDbLayerTableRecord& layer) {
     return name;
 }
 
+/// A colour index as decimal text.
+std::wstring ColorText(std::uint16_t index) {
+    static const std::vector<std::wstring> texts = [] {
+        std::vector<std::wstring> made;
+        while (made.size() <= kByLayerColour)
+            made.push_back(std::to_wstring(made.size()));
+        return made;
+    }();
+    return index < texts.size() ? texts[index] : std::to_wstring(index);
+}
+
 std::wstring LayerColorText(const AcDbLayerTableRecord& layer) {
-    return std::to_wstring(layer.colorIndex());
+    return ColorText(layer.colorIndex());
 }
 
 } // namespace
@@ -124,15 +135,18 @@ void MappingRun::CreateMissingLayers(AcDbLayerTable& layers) {
 
 void MappingRun::ApplyMapToEntities(const AcDbLayerTable& layers) {
     const SpecialEntry special = FindSpecialEntry();
+    std::unordered_map<std::wstring, AcDbObjectId> destinations;
+    for (const auto& [key, target] : entityMap)
+        layers.getAt(target.c_str(), destinations[key]);
     ForEachEntity(side, [&](AcDbEntity& entity) {
         const std::optional<std::wstring> key = KeyOf(entity, special, layers, false);
         if (!key)
             return false;
-        const auto found = entityMap.find(*key);
-        if (found == entityMap.end())
+        const auto found = destinations.find(*key);
+        if (found == destinations.end())
             return true;
         entity.upgradeOpen();
-        entity.setLayer(found->second.c_str(), true, false);
+        entity.setLayer(found->second, true, false);
         if (scheme.defaultToByLayer) {
             entity.setColorIndex(kByLayerColour, true);
             entity.setLinetype(L"BYLAYER", true);
@@ -174,26 +188,30 @@ std::optional<std::wstring> MappingRun::KeyOf(const AcDbEntity& entity, const Sp
     if (special.AppliesTo(entity))
         return special.word;
     if (scheme.schemeType == kLayer)
-        return entity.layer();
+        return LayerOf(entity, layers).name;
     const bool byLinetype = scheme.schemeType == kLinetype;
-    std::wstring own = byLinetype ? entity.linetype() : std::to_wstring(entity.colorIndex());
+    std::wstring own = byLinetype ? entity.linetype() : ColorText(entity.colorIndex());
     if (own == (byLinetype ? L"BYBLOCK" : L"0"))
         return std::nullopt;
     if (own != (byLinetype ? L"BYLAYER" : L"256"))
         return own;
-    const std::wstring layer = entity.layer();
-    return keepsDefpoints && layer == kDefpoints ? layer : ValueOfLayer(layers, layer);
+    const LayerOfEntity& layer = LayerOf(entity, layers);
+    return keepsDefpoints && layer.name == kDefpoints ? layer.name : layer.value;
 }
 
-const std::wstring& MappingRun::ValueOfLayer(const AcDbLayerTable& layers, const std::wstring& layer) {
-    const auto [place, isNew] = layerValues.try_emplace(layer);
+const MappingRun::LayerOfEntity& MappingRun::LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers) {
+    const auto [place, isNew] = layersOfEntities.try_emplace(entity.layerId().handle);
+    LayerOfEntity& layer = place->second;
+    if (!isNew)
+        return layer;
+    layer.name = entity.layer();
     AcDbSymbolTableRecord* opened = nullptr;
-    if (!isNew || layers.getAt(layer.c_str(), opened, AcDb::kForRead) != eOk)
-        return place->second;
+    if (scheme.schemeType == kLayer || layers.getAt(layer.name.c_str(), opened, AcDb::kForRead) != eOk)
+        return layer;
     const Opened<AcDbSymbolTableRecord> record(opened);
     if (const auto* const found = dynamic_cast<const AcDbLayerTableRecord*>(opened))
-        place->second = scheme.schemeType == kLinetype ? LayerLinetypeName(*found) : LayerColorText(*found);
-    return place->second;
+        layer.value = scheme.schemeType == kLinetype ? LayerLinetypeName(*found) : LayerColorText(*found);
+    return layer;
 }
 
 bool MappingRun::Resolve(std::wstring& name, std::wstring& target) {

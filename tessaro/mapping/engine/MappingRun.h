@@ -4,6 +4,7 @@
 
 #include "editor/sdk/db.h"
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -70,8 +71,11 @@ private:
     /// What the entity is looked up by; nothing for one that goes by its insertion (BYBLOCK).
     std::optional<std::wstring> KeyOf(const AcDbEntity& entity, const SpecialEntry& special,
                                       const AcDbLayerTable& layers, bool keepsDefpoints);
-    /// Linetype name or colour index of a layer.
-    const std::wstring& ValueOfLayer(const AcDbLayerTable& layers, const std::wstring& layer);
+    /// A layer by its name and its linetype or colour.
+    struct LayerOfEntity {
+        std::wstring name, value;
+    };
+    const LayerOfEntity& LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers);
     /// ResolveMap, with answers remembered where nobody is asked.
     bool Resolve(std::wstring& name, std::wstring& target);
 
@@ -83,5 +87,5 @@ private:
     AcDbDatabase& side;
     MapScheme& scheme;
     std::unordered_map<std::wstring, Answer> answers;
-    std::unordered_map<std::wstring, std::wstring> layerValues;
+    std::unordered_map<std::uint64_t, LayerOfEntity> layersOfEntities; ///< by handle; none changes during a run
 };
