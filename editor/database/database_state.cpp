@@ -13,6 +13,7 @@ void AcDbDatabase::Impl::adopt() {
     opened.clear();
     erased.clear();
     tables.clear();
+    forgetUsedLayers();
     for (const std::uint16_t type : {blockControl, layerControl, styleControl, linetypeControl, viewControl, ucsControl,
                                      viewportControl, applicationControl, dimensionStyleControl}) {
         const dwg::Object* const found = drawing.firstOfType(type);
@@ -34,12 +35,16 @@ const dwg::Object* AcDbDatabase::Impl::live(dwg::Handle handle) const {
 dwg::Object* AcDbDatabase::Impl::change(dwg::Handle handle) {
     if (journal)
         journal->touch(handle);
-    return drawing.find(handle);
+    dwg::Object* const object = drawing.find(handle);
+    if (object != nullptr && object->isEntity())
+        forgetUsedLayers();
+    return object;
 }
 
 dwg::Object& AcDbDatabase::Impl::add(dwg::Object object) {
     if (journal)
         journal->touch(object.handle);
+    forgetUsedLayers();
     return *drawing.add(std::move(object));
 }
 
@@ -54,6 +59,8 @@ void AcDbDatabase::Impl::changeClasses() {
 }
 
 void AcDbDatabase::Impl::markErased(dwg::Handle handle, bool isErasedNow) {
+    if (const dwg::Object* const object = drawing.find(handle); object != nullptr && object->isEntity())
+        forgetUsedLayers();
     if (isErasedNow)
         erased.insert(handle);
     else
@@ -61,6 +68,7 @@ void AcDbDatabase::Impl::markErased(dwg::Handle handle, bool isErasedNow) {
 }
 
 std::unique_ptr<dwg::Object> AcDbDatabase::Impl::takeOut(dwg::Handle handle) {
+    forgetUsedLayers();
     dwg::Object* const object = drawing.find(handle);
     auto taken = std::make_unique<dwg::Object>(std::move(*object));
     taken->handle = handle;
@@ -74,6 +82,7 @@ std::unique_ptr<dwg::Object> AcDbDatabase::Impl::takeOut(dwg::Handle handle) {
 }
 
 void AcDbDatabase::Impl::putBack(dwg::Object object) {
+    forgetUsedLayers();
     dwg::Object& there = *drawing.add(std::move(object));
     if (const auto wrapper = opened.find(there.handle); wrapper != opened.end()) {
         AcDbObject::Impl& state = *wrapper->second->impl();

@@ -17,6 +17,8 @@ constexpr const wchar_t* continuousName = L"Continuous";
 /// Carries a change out on the entity and, where asked for, on the attributes of an insertion or the vertices of a
 /// polyline.
 void changeWithParts(AcDbObject::Impl& state, bool withParts, const std::function<void(dwg::EntityData&)>& change) {
+    if (state.database != nullptr)
+        state.database->impl()->forgetUsedLayers();
     change(*state.object->entity);
     state.object->changed();
     const dwg::OwnedChain* const chain = dwg::ownedChain(*state.object);

@@ -70,13 +70,23 @@ int AcDbDatabase::Impl::refusalToErase(const dwg::Object& object) const {
         return eOk;
     if (handle == header.TEXTSTYLE.value || handle == header.CELTYPE.value || handle == header.DIMSTYLE.value)
         return Acad::eObjectIsReferenced;
-    const bool isUsed = std::ranges::any_of(drawing.objects(), [&](const auto& user) {
-        if (isErased(user->handle))
-            return false;
-        // What else names a layer (filters, lists of frozen layers) can do without it.
-        return object.type == layer ? isDrawn(*user) && user->entity->layer.value == handle : needs(*user, handle);
-    });
+    // What else names a layer (filters, lists of frozen layers) can do without it.
+    if (object.type == layer)
+        return layersInUse().contains(handle) ? Acad::eObjectIsReferenced : eOk;
+    const bool isUsed = std::ranges::any_of(
+        drawing.objects(), [&](const auto& user) { return !isErased(user->handle) && needs(*user, handle); });
     return isUsed ? Acad::eObjectIsReferenced : eOk;
+}
+
+const std::unordered_set<dwg::Handle>& AcDbDatabase::Impl::layersInUse() const {
+    if (!usedLayers) {
+        usedLayers.emplace();
+        for (const auto& user : drawing.objects()) {
+            if (isDrawn(*user) && !isErased(user->handle))
+                usedLayers->insert(user->entity->layer.value);
+        }
+    }
+    return *usedLayers;
 }
 
 void AcDbDatabase::Impl::setErased(dwg::Object& object, bool erasing) {
