@@ -73,13 +73,7 @@ std::vector<AcDbObjectId> CommandLine::getSelection(const std::wstring& prompt, 
             found = *selectByKeyword(*keyword, *database);
         }
         // What was erased since is no object any more.
-        std::erase_if(found, [](const AcDbObjectId id) {
-            AcDbEntity* entity = nullptr;
-            if (acdbOpenObject(entity, id, AcDb::kForRead) != eOk)
-                return true;
-            entity->close();
-            return false;
-        });
+        std::erase_if(found, [](const AcDbObjectId id) { return !isEntity(id); });
         const auto known = std::count_if(found.begin(), found.end(),
                                          [&](const AcDbObjectId id) { return handles.contains(id.handle); });
         std::wstring told = std::to_wstring(found.size()) + L" found";

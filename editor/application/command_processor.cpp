@@ -10,6 +10,16 @@
 
 namespace editor {
 
+namespace {
+
+// Of a line that is no command at all, so much as tells which it was.
+std::wstring shortened(const std::wstring& typed) {
+    constexpr std::size_t longest = 255;
+    return typed.size() <= longest ? typed : typed.substr(0, longest) + L"...";
+}
+
+} // namespace
+
 CommandProcessor::CommandProcessor(Editor& theEditor) : editor(theEditor) {
     editor.commandLine().setTransparent([this](const std::wstring& typed) { return runTransparent(typed); });
 }
@@ -72,7 +82,7 @@ std::shared_ptr<const Command> CommandProcessor::commandFor(const std::wstring& 
 CommandProcessor::Outcome CommandProcessor::runNamed(const std::wstring& typed) {
     const auto command = commandFor(typed);
     if (!command) {
-        const std::wstring message = L"Unknown command \"" + upperCased(typed) + L"\".";
+        const std::wstring message = L"Unknown command \"" + upperCased(shortened(typed)) + L"\".";
         editor.console().printLine(message);
         faultTexts.push_back(message);
         return Outcome::Failed;

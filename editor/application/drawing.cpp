@@ -30,31 +30,6 @@ AcDbObjectId findLayer(AcDbDatabase& database, const std::wstring& name) {
     return database.getLayerTable(table) == eOk ? findIn(table, name) : AcDbObjectId();
 }
 
-std::vector<AcDbObjectId> modelSpaceEntities(AcDbDatabase& database) {
-    std::vector<AcDbObjectId> entities;
-    AcDbBlockTableRecord* const space = openModelSpace(database, AcDb::kForRead);
-    if (space == nullptr)
-        return entities;
-    AcDbBlockTableRecordIterator* iterator = nullptr;
-    if (space->newIterator(iterator) == eOk) {
-        const std::unique_ptr<AcDbBlockTableRecordIterator> owned(iterator);
-        for (; !owned->done(); owned->step()) {
-            AcDbEntity* entity = nullptr;
-            if (owned->getEntity(entity, AcDb::kForRead) != eOk)
-                continue;
-            entities.push_back(entity->objectId());
-            entity->close();
-        }
-    }
-    space->close();
-    return entities;
-}
-
-AcDbObjectId lastEntity(AcDbDatabase& database) {
-    const auto entities = modelSpaceEntities(database);
-    return entities.empty() ? AcDbObjectId() : entities.back();
-}
-
 AcDbObjectId addToModelSpace(AcDbDatabase& database, std::unique_ptr<AcDbEntity> entity) {
     AcDbBlockTableRecord* const space = openModelSpace(database, AcDb::kForWrite);
     if (space == nullptr)

@@ -1,18 +1,14 @@
 #pragma once
 
+#include "editor/database/space_entities.h"
 #include "editor/sdk/db.h"
 
 #include <memory>
 #include <string>
-#include <vector>
 
 /// Short ways to what commands do with a database.
 namespace editor {
 
-/// The entities of model space in their order, without erased ones.
-std::vector<AcDbObjectId> modelSpaceEntities(AcDbDatabase& database);
-/// Null in an empty drawing.
-AcDbObjectId lastEntity(AcDbDatabase& database);
 /// Makes a new entity, on the current layer, part of model space. Null where the database refuses it.
 AcDbObjectId addToModelSpace(AcDbDatabase& database, std::unique_ptr<AcDbEntity> entity);
 /// The block definition of that name, in whatever case; null where there is none.

@@ -1,3 +1,4 @@
+#include "editor/database/database_state.h"
 #include "tests/application/EditorSession.h"
 
 #include <gtest/gtest.h>
@@ -28,6 +29,42 @@ TEST_F(Processor, AnUnknownCommandIsToldInUpperCaseAndIsAFault) {
     EXPECT_TRUE(session.said("Unknown command \"FROBNICATE\".\n"));
     EXPECT_THAT(session.faults(), ElementsAre("Unknown command \"FROBNICATE\"."));
     EXPECT_THAT(reactor.events, IsEmpty());
+}
+
+TEST_F(Processor, BlankAndHugeLinesChangeNothing) {
+    const std::size_t objects = session.database().impl()->drawing.objects().size();
+    session.editor.execute(L"\n   \n" + std::wstring(1'000'000, L'x') + L"\nCIRCLE " + std::wstring(500'000, L'9') +
+                           L"\n^C");
+    EXPECT_EQ(session.database().impl()->drawing.objects().size(), objects);
+    ASSERT_EQ(session.faults().size(), 1u);
+    EXPECT_EQ(session.faults()[0], "Unknown command \"" + std::string(255, 'X') + "...\".");
+}
+
+TEST_F(Processor, ANameOfAVariableIsAskedForAsBySetvar) {
+    session.editor.execute(L"userr4 2.5\n");
+    EXPECT_THAT(reactor.events, ElementsAre("started SETVAR", "ended SETVAR"));
+    EXPECT_EQ(session.variable(L"USERR4"), "2.5");
+}
+
+TEST_F(Processor, ADrawingHasChangesWhereACommandLeftSome) {
+    session.addCommand(L"LOOKS", [] {});
+    session.editor.execute(L"LOOKS\nLIST ALL\n\nZOOM E\nUSERR4 0\n");
+    EXPECT_EQ(session.variable(L"DBMOD"), "0");
+    session.editor.execute(L"USERR4 1\n");
+    EXPECT_EQ(session.variable(L"DBMOD"), "1");
+}
+
+TEST_F(Processor, WhatANotificationChangesIsTakenBackWithItsCommand) {
+    reactor.then = [&](const std::string& event) {
+        if (event == "ended CIRCLE")
+            acdbHostApplicationServices()->workingDatabase()->setUserr4(5);
+    };
+    session.editor.execute(L"CIRCLE 0,0 1\n");
+    EXPECT_EQ(session.database().userr4(), 5);
+    reactor.then = {};
+    session.editor.execute(L"U\n");
+    EXPECT_EQ(session.database().userr4(), 0);
+    EXPECT_THAT(tests::modelSpaceOf(session.database()), IsEmpty());
 }
 
 TEST_F(Processor, ReactorsHearGlobalNamesInUpperCase) {
@@ -274,6 +311,22 @@ TEST_F(CommandList, PausesForTheUserAtABackslash) {
     EXPECT_EQ(run(List().add(L"CIRCLE").add(L"\\").add(2.0).end()), 0);
     EXPECT_THAT(tests::modelSpaceOf(session.database()), ElementsAre("CIRCLE"));
     EXPECT_EQ(session.user.prompts.size(), 3u) << "what is no point is the user's to answer again";
+}
+
+TEST_F(CommandList, AListThatEndsInAPauseLeavesTheRestToTheUser) {
+    session.user.picks({5, 5, 0});
+    session.user.types(L"D\n");
+    session.user.types(L"4\n");
+    EXPECT_EQ(run(List().add(L"CIRCLE").add(L"\\").end()), 0);
+    EXPECT_THAT(reactor.events, ElementsAre("started OUTER", "started CIRCLE", "ended CIRCLE", "ended OUTER"));
+    EXPECT_EQ(session.user.prompts.size(), 3u);
+}
+
+TEST_F(CommandList, AListThatEndsBehindAPauseCancelsItsCommand) {
+    session.user.picks({5, 5, 0});
+    session.user.types(L"4\n");
+    EXPECT_NE(run(List().add(L"CIRCLE").add(L"\\").add(L"D").end()), 0);
+    EXPECT_THAT(reactor.events, Contains("cancelled CIRCLE"));
 }
 
 TEST_F(CommandList, TheUsersEscapeAtThePauseCancelsTheCommandAndIsNoSuccess) {

@@ -13,8 +13,8 @@ using testing::ElementsAre;
 class Prompts : public testing::Test {
 protected:
     void ask(std::function<void(CommandLine&)> function, const std::wstring& text) {
-        session.editor.commands().addOwn({L"TEST", L"ASK", L"ASK", ACRX_CMD_MODAL,
-                                          [this, function] { function(session.editor.commandLine()); }});
+        session.editor.commands().addOwn(
+            {L"TEST", L"ASK", L"ASK", ACRX_CMD_MODAL, [this, function] { function(session.editor.commandLine()); }});
         session.editor.execute(text);
     }
 

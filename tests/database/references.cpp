@@ -1,4 +1,5 @@
 #include "editor/database/external_references.h"
+#include "editor/database/wireframe.h"
 #include "tests/database/database_support.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -90,6 +91,29 @@ TEST_F(References, RefuseADrawingThatReferstoItself) {
     AcDbDatabase other;
     editor::attachReference(other, L"host", path("host.dwg"), false, block);
     EXPECT_EQ(editor::loadReference(block, find), eOk) << "the ring inside is left open";
+}
+
+TEST_F(References, AreDrawnWhereTheirReferencesLieAndMarkedAsForeign) {
+    AcDbDatabase leaf, middle;
+    appendToModel(leaf, new AcDbLine({}, {1, 0, 0}), nullptr);
+    addLayer(leaf, L"Red", 1);
+    appendToModel(leaf, new AcDbLine({}, {0, 1, 0}), L"Red");
+    AcDbObjectId block;
+    editor::attachReference(middle, L"leaf", save("leaf.dwg", leaf), false, block);
+    appendToModel(middle, new AcDbBlockReference({10, 0, 0}, block));
+    editor::attachReference(host, L"middle", save("middle.dwg", middle), false, block);
+    const AcDbObjectId reference = appendToModel(host, new AcDbBlockReference({0, 100, 0}, block));
+    appendToModel(host, new AcDbLine({}, {5, 5, 0}));
+    EXPECT_EQ(editor::wireframeOfModelSpace(host).strokes.size(), 1u) << "nothing is loaded yet";
+    ASSERT_EQ(editor::loadReference(block, find), eOk);
+    const editor::Wireframe shown = editor::wireframeOfModelSpace(host);
+    ASSERT_EQ(shown.strokes.size(), 3u);
+    EXPECT_TRUE(shown.strokes[0].foreign);
+    EXPECT_EQ(shown.strokes[0].entity, reference);
+    EXPECT_EQ(shown.strokes[0].points[1].x, 11);
+    EXPECT_EQ(shown.strokes[0].points[1].y, 100);
+    EXPECT_EQ(shown.strokes[1].colour, 1);
+    EXPECT_FALSE(shown.strokes[2].foreign);
 }
 
 TEST_F(References, TellWhatIsWrong) {
