@@ -1,56 +1,45 @@
-// The examination of one drawing, from its first byte to the drawn pictures. The first byte of the input chooses
-// between a drawing and a bitmap beside an early drawing.
+// The examination of one drawing with the helper, from its first byte to the pictures in their lists. The first byte of
+// the input chooses between a drawing and a bitmap beside an early drawing.
 
-#include "tessaro/reading/DrawingType.h"
-#include "tessaro/reading/PreviewSection.h"
+#include "fuzz/FuzzFolder.h"
+#include "tessaro/catalogue/Directory.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/Text.h"
+#include "tessaro/reading/Examine.h"
 
-#include <sys/mman.h>
-#include <unistd.h>
-
-#include <array>
-#include <cstdlib>
-#include <optional>
-#include <string>
+#include <exception>
+#include <fstream>
 
 namespace {
 
-/// A file in memory that is opened by its name like any other.
-class MemoryFile {
-public:
-    MemoryFile(const std::uint8_t* data, std::size_t size) : descriptor(memfd_create("input", 0)) {
-        if (write(descriptor, data, size) != static_cast<ssize_t>(size))
-            std::abort();
-    }
-    ~MemoryFile() { close(descriptor); }
-    MemoryFile(const MemoryFile&) = delete;
-    MemoryFile& operator=(const MemoryFile&) = delete;
-    std::wstring path() const { return L"/proc/self/fd/" + std::to_wstring(descriptor); }
-
-private:
-    const int descriptor;
-};
-
-void draw(std::optional<PreviewBytes> preview, std::int32_t fileType, bool isPng) {
-    if (preview)
-        DrawThumbnails(fileType % 2 == 0, fileType, *preview, isPng, {40.5, 33.25});
+void Write(const char* name, const std::uint8_t* data, std::size_t size) {
+    std::ofstream(FuzzFolder::Path() / name, std::ios::binary)
+        .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
 }
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static Directory& directory = *new Directory;
+    static Block& block = *new Block;
     if (size == 0)
         return 0;
-    const MemoryFile memory(data + 1, size - 1);
-    platform::File file(memory.path(), platform::File::modeRead);
-    if (data[0] % 2 == 1) {
-        draw(ReadBitmapFile(file), data[0] / 2 % 22, false);
+    LocalPath = platform::FromNarrow(TESSARO_BIN_DIR);
+    directory.path = platform::FromNarrow(FuzzFolder::Path().native());
+    const bool isBitmap = data[0] % 2 == 1;
+    block.name = isBitmap ? L"early" : L"drawing";
+    if (isBitmap) {
+        constexpr std::uint8_t mark[] = {'A', 'C', '1', '0', '0', '9'};
+        Write("early.dwg", mark, sizeof mark);
+        Write("early.bmp", data + 1, size - 1);
+    } else {
+        Write("drawing.dwg", data + 1, size - 1);
+    }
+    try {
+        ExamineDrawing(directory, block);
+    } catch (const std::exception&) {
+        // A helper that raises, or a date that is none: the worker logs it and ends.
         return 0;
     }
-    std::array<std::uint8_t, kMagicSize> magic{};
-    file.Read(magic.data(), magic.size());
-    const PreviewSection section = ReadPreviewSection(file);
-    if (section.header)
-        ReadEntry(file, *section.header, 65536);
-    draw(ReadSectionImage(file, section), DrawingType(magic), section.isPng);
     return 0;
 }
