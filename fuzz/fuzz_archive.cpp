@@ -1,30 +1,18 @@
 // An archive's file, packed or plain, read as primitives of all kinds. The first byte of the input chooses compression
 // and password. Strings that were read go through a stream of their own unchanged.
 
+#include "fuzz/FuzzFolder.h"
 #include "fuzz/MemoryFile.h"
 #include "tessaro/catalogue/CArchiveExt.h"
 #include "tessaro/platform/File.h"
 #include "tessaro/platform/SafeFile.h"
 
-#include <filesystem>
-#include <stdlib.h>
 #include <vector>
 
 namespace {
 
-/// A file on a memory disk, where there is one, in a folder for the life of the process.
-const std::filesystem::path& Target() {
-    static const std::filesystem::path file = [] {
-        std::error_code ignored;
-        const bool memory = std::filesystem::is_directory("/dev/shm", ignored);
-        std::string pattern = (memory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
-                              "tessaro-fuzz-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr)
-            std::abort();
-        std::atexit([] { std::filesystem::remove_all(Target().parent_path()); });
-        return std::filesystem::path(pattern) / "stream";
-    }();
-    return file;
+std::filesystem::path Target() {
+    return FuzzFolder::Path() / "stream";
 }
 
 /// What was read up to the end or the damage.

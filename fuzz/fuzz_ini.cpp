@@ -1,5 +1,6 @@
 // A settings file, from its bytes to the options, directories and schemes that it tells of, and written again.
 
+#include "fuzz/FuzzFolder.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/DirectorySection.h"
 #include "tessaro/catalogue/IniStore.h"
@@ -9,27 +10,10 @@
 #include "tessaro/platform/Text.h"
 
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdlib.h>
 
 namespace {
-
-/// A folder on a memory disk, where there is one, for the life of the process.
-const std::filesystem::path& Folder() {
-    static const std::filesystem::path folder = [] {
-        std::error_code ignored;
-        const bool memory = std::filesystem::is_directory("/dev/shm", ignored);
-        std::string pattern = (memory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
-                              "tessaro-fuzz-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr)
-            std::abort();
-        std::atexit([] { std::filesystem::remove_all(Folder()); });
-        return std::filesystem::path(pattern);
-    }();
-    return folder;
-}
 
 std::string Bytes(const std::filesystem::path& file) {
     std::ifstream in(file, std::ios::binary);
@@ -44,7 +28,7 @@ void Rewrite(const std::wstring& file) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const std::filesystem::path path = Folder() / "settings.ini";
+    const std::filesystem::path path = FuzzFolder::Path() / "settings.ini";
     std::ofstream(path, std::ios::binary)
         .write(reinterpret_cast<const char*>(data), static_cast<std::streamsize>(size));
     const std::wstring file = platform::FromNarrow(path.native());

@@ -2,6 +2,7 @@
 // writing changes nothing.
 
 #include "editor/sdk/editor.h"
+#include "fuzz/FuzzFolder.h"
 #include "fuzz/MemoryFile.h"
 #include "tessaro/catalogue/CArchiveExt.h"
 #include "tessaro/catalogue/Directory.h"
@@ -9,10 +10,8 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/SafeFile.h"
 
-#include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <stdlib.h>
 
 int acutPrintf(const wchar_t*, ...) {
     return RTNORM;
@@ -20,18 +19,8 @@ int acutPrintf(const wchar_t*, ...) {
 
 namespace {
 
-const std::filesystem::path& Target() {
-    static const std::filesystem::path file = [] {
-        std::error_code ignored;
-        const bool memory = std::filesystem::is_directory("/dev/shm", ignored);
-        std::string pattern = (memory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
-                              "tessaro-fuzz-XXXXXX";
-        if (mkdtemp(pattern.data()) == nullptr)
-            std::abort();
-        std::atexit([] { std::filesystem::remove_all(Target().parent_path()); });
-        return std::filesystem::path(pattern) / "saved";
-    }();
-    return file;
+std::filesystem::path Target() {
+    return FuzzFolder::Path() / "saved";
 }
 
 void Forget() {
