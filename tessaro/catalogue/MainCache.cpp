@@ -39,12 +39,6 @@ void WriteStream(CArchiveExt& archive) {
         directory->Serialize(archive);
 }
 
-void TellOldVersion() {
-    platform::MessageBox(L"Removing old cache file due to a new version.\n"
-                         L"Please allow all directories will re-build for best performance.",
-                         L"Tessaro", platform::MessageButtons::Ok, platform::MessageIcon::Exclamation);
-}
-
 void Discard(platform::File& file, MainCacheReading& reading) {
     file.Abort();
     platform::RemoveFile(cachePath);
@@ -70,17 +64,10 @@ MainCacheReading ReadMainCache() {
         file.Close();
         Log(L"Done with cachefile\n");
     } catch (const platform::FileException& exception) {
-        platform::MessageBox(exception.ErrorText());
-        Log(L"CFileException: %x\n", static_cast<unsigned>(exception.cause));
-        PrintOnCommandLine(kInvalidByFile);
+        TellInvalidMainCache(exception);
         Discard(file, reading);
     } catch (const platform::ArchiveException& exception) {
-        platform::MessageBox(exception.ErrorText());
-        Log(L"CArchiveException: %x\n", static_cast<unsigned>(exception.cause));
-        if (exception.cause == platform::ArchiveException::badSchema)
-            TellOldVersion();
-        else
-            PrintOnCommandLine(kInvalidByArchive);
+        TellInvalidMainCache(exception);
         Discard(file, reading);
     }
     return reading;

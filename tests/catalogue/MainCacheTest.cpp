@@ -2,6 +2,7 @@
 #include "tests/catalogue/ArchiveFixture.h"
 #include "tests/catalogue/SettingsFixture.h"
 
+#include "tessaro/catalogue/CacheMessages.h"
 #include "tessaro/catalogue/MainCache.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
@@ -307,6 +308,14 @@ TEST_F(MainCache, AFileThatFailsIsToldByItsOwnLineAndDeleted) {
     EXPECT_THAT(told.lines,
                 ElementsAre(L"box " + failure.ErrorText(), L"print Tessaro: Invalid cache file, CFileException!\n"));
     EXPECT_THAT(Paths(), ElementsAre(L"/a"));
+}
+
+TEST_F(MainCache, AStreamOfAnotherVersionHasABoxOfItsOwnInThePlaceOfTheLine) {
+    const platform::ArchiveException exception(platform::ArchiveException::badSchema, L"/c");
+    TellInvalidMainCache(exception);
+    EXPECT_THAT(told.lines, ElementsAre(L"box " + exception.ErrorText(),
+                                        L"warning Removing old cache file due to a new version.\nPlease allow all "
+                                        L"directories will re-build for best performance."));
 }
 
 TEST_F(MainCache, TheStampIsTheSettingsTimeFromBeforeTheSave) {
