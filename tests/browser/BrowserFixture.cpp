@@ -68,6 +68,7 @@ Browser::Browser() {
 
 Browser::~Browser() {
     WaitForLastClose();
+    loader.loadQueue.clear(); // what was left over would be taken up at the next opening
     currentDirectory = nullptr;
     for (Directory* directory : directories)
         delete directory;
