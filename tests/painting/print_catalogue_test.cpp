@@ -90,6 +90,17 @@ TEST_F(PrintCourse, theRowCountIsAskedBeforeEachRow) {
     EXPECT_THAT(dc.linesOf("text \"a1\""), IsEmpty());
 }
 
+TEST_F(PrintCourse, aRowWithoutABlockIsPassedOver) {
+    addBlocks(1);
+    list.rows.insert(list.rows.begin(), PrintRow{});
+    for (const int type : {0, 1}) {
+        printType = type;
+        dc.lines.clear();
+        print();
+        EXPECT_EQ(dc.linesOf("picture").size(), 1U);
+    }
+}
+
 TEST_F(PrintCourse, everythingSelectedIsRestored) {
     addBlocks(40);
     for (const int type : {0, 1}) {

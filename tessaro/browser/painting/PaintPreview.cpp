@@ -41,14 +41,14 @@ std::optional<PreviewBytes> ReadPreview(const std::wstring& path, std::int32_t f
 }
 
 struct MarkSize {
-    std::int64_t radius = 0;
-    std::int64_t cross = 0;
+    std::int64_t markRadius = 0;
+    std::int64_t crossHalf = 0;
 };
 
-void DrawMark(DeviceContext& dc, std::int64_t x, std::int64_t y, const MarkSize& size) {
-    dc.Ellipse({x - size.radius, y - size.radius, x + size.radius, y + size.radius});
-    dc.Line(x - size.cross, y - size.cross, x + size.cross, y + size.cross);
-    dc.Line(x + size.cross, y - size.cross, x - size.cross, y + size.cross);
+void DrawMark(DeviceContext& dc, std::int64_t markX, std::int64_t markY, const MarkSize& size) {
+    dc.Ellipse({markX - size.markRadius, markY - size.markRadius, markX + size.markRadius, markY + size.markRadius});
+    dc.Line(markX - size.crossHalf, markY - size.crossHalf, markX + size.crossHalf, markY + size.crossHalf);
+    dc.Line(markX + size.crossHalf, markY - size.crossHalf, markX - size.crossHalf, markY + size.crossHalf);
 }
 
 StretchMode ScreenMode() {
@@ -85,19 +85,19 @@ void DrawPreview(DeviceContext& dc, LoadedPreview& preview, std::int32_t fileTyp
 
     const DibHeader header = ReadDibHeader(preview.bytes);
     const std::int64_t width = header.width, height = header.height;
-    const PixelBox image{x + (kFrameWidth * scale / 2 - (width * scale) / 2) + 1,
-                         y + (kFrameHeight * scale / 2 - (height * scale) / 2) + 1, width * scale, height * scale};
+    const std::int64_t imageX = x + (kFrameWidth * scale / 2 - (width * scale) / 2) + 1;
+    const std::int64_t imageY = y + (kFrameHeight * scale / 2 - (height * scale) / 2) + 1;
     const std::uint64_t entries = header.colours != 0 ? header.colours : kFullColourTable;
     PixelBox source{0, 0, width, height};
     if (fileType < kFirstUnframedType)
         source = {1, 1, width - 2, height - 2};
-    dc.StretchDib(image, preview.bytes, header.size + entries * 4, source);
+    dc.StretchDib({imageX, imageY, width * scale, height * scale}, preview.bytes, header.size + entries * 4, source);
 
     const Pen oldPen = dc.SelectPen({kRed, 1});
     for (std::size_t i = 0; i + 1 < preview.points.size(); i += 2) {
         const auto factor = static_cast<double>(scale);
         const double fromTop = static_cast<double>(height) - preview.points[i + 1];
-        DrawMark(dc, image.left + Truncate(preview.points[i] * factor), image.top + Truncate(fromTop * factor), mark);
+        DrawMark(dc, imageX + Truncate(preview.points[i] * factor), imageY + Truncate(fromTop * factor), mark);
     }
     dc.SelectPen(oldPen);
     if (oldBrush)

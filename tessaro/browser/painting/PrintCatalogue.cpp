@@ -97,7 +97,8 @@ std::wstring Sheet::Facts(const Block& block) const {
     const std::wstring modified = platform::FormatTime(block.modified, L"%x, %X");
     const std::wstring& type = FileTypeName(block.fileType);
     const auto size = static_cast<std::int32_t>(block.status.m_size); // Its low 32 bits.
-    if (dc.Resolution() > kLastWideResolution)
+    const bool compact = dc.Resolution() > kLastWideResolution;
+    if (compact)
         return platform::Format(L"Created: %s\nModified: %s\nFileType: %s Size: %d", created.c_str(), modified.c_str(),
                                 type.c_str(), size);
     return platform::Format(L"Created: %s\nModified: %s\nSize: %d\nFileType: %s", created.c_str(), modified.c_str(),
@@ -128,6 +129,8 @@ void Sheet::PrintRows() {
     for (int row = 0; row < window.RowCount(); ++row) {
         window.SetProgress(row);
         const PrintRow item = window.Row(row);
+        if (item.block == nullptr)
+            continue;
         // A row is measured by the width of its picture, not by its height.
         if (y + pictureWidth > pageHeight)
             NextPage();
@@ -142,11 +145,14 @@ void Sheet::PrintGrid() {
     const std::int64_t cellWidth = pictureWidth + 10;
     BeginSheet();
     const std::int64_t margin = (pageWidth % cellWidth) / 2;
-    const std::int64_t rowHeight = pictureHeight + std::int64_t{3} * dc.LineHeight();
+    const std::int64_t lineHeight = dc.LineHeight();
+    const std::int64_t rowHeight = pictureHeight + 3 * lineHeight;
     x = margin;
     for (int row = 0; row < window.RowCount(); ++row) {
         window.SetProgress(row);
         const PrintRow item = window.Row(row);
+        if (item.block == nullptr)
+            continue;
         if (x + cellWidth > pageWidth) {
             y += rowHeight;
             x = margin;

@@ -29,10 +29,10 @@ Placement Place(int boxWidth, int boxHeight, const DibHeader& header) {
     const double height = header.height;
     Placement place;
     place.factor = boxHeight / height > boxWidth / width ? boxWidth / width : boxHeight / height;
-    place.box.left = boxWidth / 2 - Truncate(place.factor * width / 2);
-    place.box.top = boxHeight / 2 - Truncate(place.factor * height / 2);
-    place.box.width = Truncate(width * place.factor);
-    place.box.height = Truncate(height * place.factor);
+    const std::int64_t drawWidth = Truncate(width * place.factor);
+    const std::int64_t drawHeight = Truncate(height * place.factor);
+    place.box = {boxWidth / 2 - Truncate(place.factor * width / 2), boxHeight / 2 - Truncate(place.factor * height / 2),
+                 drawWidth, drawHeight};
     return place;
 }
 
