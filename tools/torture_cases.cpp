@@ -1,9 +1,11 @@
 #include "tools/torture_cases.h"
 
+#include "editor/dwg/convert_drawing.h"
 #include "editor/dwg/facts.h"
 #include "editor/dwg/header_variables.h"
 #include "editor/dwg/image_section.h"
 #include "editor/dwg/read_drawing.h"
+#include "editor/dwg/rewrite_drawing.h"
 #include "editor/dwg/summary_info.h"
 #include "editor/dwg/summary_record.h"
 #include "editor/dwg/template_section.h"
@@ -23,6 +25,22 @@ std::uint64_t mixed(std::uint64_t index) {
     return index ^ index >> 31;
 }
 
+/// In its own release where that is written, and in another.
+std::size_t writeObjects(const dwg::DrawingFile& file, dwg::Drawing& drawing, const dwg::HeaderVariables& header) {
+    const auto pictures = dwg::readPictures(file.source());
+    dwg::DrawingParts parts;
+    parts.header = header;
+    if (pictures)
+        parts.pictures = *pictures;
+    const auto same = dwg::writeDrawing(drawing, parts);
+    const dwg::Release other = drawing.release < dwg::Release::r2007 ? dwg::Release::r2018 : dwg::Release::r2000;
+    auto converted = dwg::convertDrawing(drawing, header, other,
+                                         [](std::uint32_t rgb) { return static_cast<std::int16_t>(rgb & 7); });
+    parts.header = converted.header;
+    const auto changed = dwg::writeDrawing(converted.drawing, parts);
+    return (same ? same->size() : 1) + (changed ? changed->size() : 1) + converted.leftOut.size();
+}
+
 std::size_t readObjects(const dwg::DrawingFile& file, const dwg::Result<dwg::HeaderVariables>& header) {
     auto drawing = dwg::readDrawing(file);
     if (!drawing)
@@ -31,12 +49,8 @@ std::size_t readObjects(const dwg::DrawingFile& file, const dwg::Result<dwg::Hea
     seen += dwg::activeView(*drawing).has_value();
     seen += dwg::layerFacts(*drawing).size() + dwg::linetypeNames(*drawing).size() + dwg::blockFacts(*drawing).size();
     seen += dwg::readSummaryRecord(*drawing).comments.size();
-    const auto pictures = dwg::readPictures(file.source());
-    if (header) {
-        const auto written =
-            dwg::writeDrawing(*drawing, *header, pictures ? *pictures : std::vector<dwg::Picture>(), 0);
-        seen += written ? written->size() : 1;
-    }
+    if (header)
+        seen += writeObjects(file, *drawing, *header);
     return seen;
 }
 
@@ -74,9 +88,9 @@ std::size_t readEverything(dwg::Bytes bytes) {
     dwg::Findings findings;
     const auto header = dwg::readHeaderVariables(*file, &findings);
     seen += findings.size() + dwg::readSummaryInfo(*file).ok() + dwg::readMeasurement(*file).ok();
-    if (file->release() == dwg::Release::r2000)
-        seen += readObjects(*file, header);
-    return seen;
+    seen += readObjects(*file, header);
+    const auto rewritten = dwg::rewriteDrawing(*file, {.summary = dwg::SummaryInfo(), .pictures = std::nullopt});
+    return seen + (rewritten ? rewritten->size() : 1);
 }
 
 } // namespace tools

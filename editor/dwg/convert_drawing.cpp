@@ -1,11 +1,13 @@
 #include "editor/dwg/convert_drawing.h"
 
 #include "editor/dwg/code_page.h"
+#include "editor/dwg/convert_layouts.h"
 #include "editor/dwg/recoding.h"
 #include "editor/dwg/typed_values.h"
 
 #include <algorithm>
 #include <map>
+#include <unordered_map>
 #include <unordered_set>
 
 namespace dwg {
@@ -23,13 +25,24 @@ public:
     }
 
     ConvertedDrawing run(const HeaderVariables& header) {
-        for (const auto& object : source.objects())
-            if (!convert(*object))
-                dropped.insert(object->handle);
+        for (const auto& object : source.objects()) {
+            if (convert(*object))
+                continue;
+            dropped.insert(object->handle);
+            if (!isOfOlderReleasesOnly(*object))
+                told.insert(object->handle);
+        }
         dropWhatHangsOnTheDropped();
+        for (Object& object : converted)
+            if (!dropped.contains(object.handle))
+                target.add(std::move(object));
+        converted.clear();
         forgetTheDropped();
         ConvertedDrawing out{std::move(target), header, list()};
         convertHeader(out);
+        if (source.release < Release::r2000 && out.drawing.release >= Release::r2000)
+            addLayouts(out.drawing, out.header);
+        out.header.HANDSEED = std::max(out.header.HANDSEED, out.drawing.handleSeed());
         countClasses(out.drawing);
         return out;
     }
@@ -65,7 +78,7 @@ private:
             convertTexts(*linetype);
         if (auto* const header = object.as<BlockHeader>())
             header->insertions.clear();
-        target.add(std::move(object));
+        converted.push_back(std::move(object));
         return true;
     }
 
@@ -126,17 +139,24 @@ private:
     }
 
     void dropWhatHangsOnTheDropped() {
-        // An owner may itself hang on another, so until nothing changes.
-        for (bool more = !dropped.empty(); more;) {
-            std::vector<Handle> next;
-            for (const auto& object : target.objects())
-                if (dropped.contains(object->owner.value))
-                    next.push_back(object->handle);
-            for (const Handle handle : next) {
-                dropped.insert(handle);
-                target.remove(handle);
+        if (dropped.empty())
+            return;
+        std::unordered_map<Handle, std::vector<const Object*>> owned;
+        for (const Object& object : converted)
+            owned[object.owner.value].push_back(&object);
+        std::vector<Handle> owners(dropped.begin(), dropped.end());
+        while (!owners.empty()) {
+            const auto members = owned.find(owners.back());
+            owners.pop_back();
+            if (members == owned.end())
+                continue;
+            for (const Object* const member : members->second) {
+                if (!dropped.insert(member->handle).second)
+                    continue;
+                owners.push_back(member->handle);
+                if (member->isEntity())
+                    told.insert(member->handle);
             }
-            more = !next.empty();
         }
     }
 
@@ -167,7 +187,7 @@ private:
     std::vector<LeftOut> list() const {
         std::map<std::string, std::vector<Handle>> byType;
         for (const auto& object : source.objects())
-            if (dropped.contains(object->handle) && !isOfOlderReleasesOnly(*object))
+            if (told.contains(object->handle))
                 byType[typeName(source, *object)].push_back(object->handle);
         std::vector<LeftOut> out;
         for (auto& [type, handles] : byType)
@@ -192,7 +212,6 @@ private:
 #define HEADER_FIELD_AGAIN(kind, name, first, last)
 #define HEADER_FIELD_WHEN(condition, kind, name, first, last, ...) adapt(header.name);
 #include "editor/dwg/header_fields.inc"
-        header.HANDSEED = std::max(header.HANDSEED, out.drawing.handleSeed());
     }
 
     static void addViewportTable(Drawing& drawing, HeaderVariables& header) {
@@ -207,9 +226,11 @@ private:
     }
 
     static void countClasses(Drawing& drawing) {
+        std::unordered_map<std::uint16_t, std::uint32_t> counts;
+        for (const auto& object : drawing.objects())
+            ++counts[object->type];
         for (ObjectClass& one : drawing.classes)
-            one.instances = static_cast<std::uint32_t>(std::ranges::count_if(
-                drawing.objects(), [&one](const auto& object) { return object->type == one.number; }));
+            one.instances = counts[one.number];
     }
 
     const Drawing& source;
@@ -217,7 +238,10 @@ private:
     const std::function<std::int16_t(std::uint32_t)>& nearestIndex;
     RecodingContext recoding;
     Drawing target;
+    std::vector<Object> converted;
     std::unordered_set<Handle> dropped;
+    /// Those of the dropped that are told: not what merely hangs on another without being drawn.
+    std::unordered_set<Handle> told;
 };
 
 } // namespace

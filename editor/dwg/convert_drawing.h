@@ -17,7 +17,8 @@ struct LeftOut {
 struct ConvertedDrawing {
     Drawing drawing;
     HeaderVariables header;
-    /// In the order of types.
+    /// In the order of types. Dictionaries and records that merely hang on such an object are left out with it and not
+    /// told.
     std::vector<LeftOut> leftOut;
 };
 

@@ -9,8 +9,8 @@ namespace {
 constexpr unsigned hashBits = 15;
 constexpr std::size_t hashedBytes = 3;
 /// Candidates that are compared at most, and the length from which on no better one is looked for.
-constexpr unsigned mostCandidates = 96;
-constexpr std::size_t goodLength = 512;
+constexpr unsigned mostCandidates = 32;
+constexpr std::size_t goodLength = 128;
 
 std::size_t commonLength(ByteView bytes, std::size_t earlier, std::size_t at) {
     const auto* const from = bytes.data() + at;
@@ -46,10 +46,15 @@ MatchFinder::Match MatchFinder::longest(std::size_t at, std::size_t farthest) co
         const std::size_t earlier = candidate - 1;
         if (at - earlier > farthest)
             break;
+        candidate = chain[earlier];
+        // A longer match has to agree where the best one so far ends; at the end of the bytes none is longer.
+        if (at + best.length >= content.size())
+            break;
+        if (content[earlier + best.length] != content[at + best.length])
+            continue;
         const std::size_t length = commonLength(content, earlier, at);
         if (length >= hashedBytes && length > best.length)
             best = {length, at - earlier};
-        candidate = chain[earlier];
     }
     return best;
 }

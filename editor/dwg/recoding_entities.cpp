@@ -238,20 +238,37 @@ template <class Stream> void transferFields(Stream& s, ViewFields& f) {
         s.h(f.liveSection);
 }
 
-template <class Stream> void transferFields(Stream& s, SplineFields& f) {
-    s.bl(f.scenario);
-    if (s.since(Release::r2013)) {
-        // Bit 0: by fit points, whatever the number ahead says; 15: the knots are given.
-        constexpr std::uint32_t fitMethod = 1, customKnots = 15;
-        s.bl(f.flags);
-        s.bl(f.parametrization);
-        if constexpr (Stream::reading) {
-            if ((f.flags & fitMethod) != 0)
-                f.scenario = SplineFields::byFitPoints;
-            if (f.parametrization == customKnots)
-                f.scenario = SplineFields::byControlPoints;
+namespace {
+
+/// From 2013 on flags tell the scenario, and the number itself is always the same.
+template <class Stream> void transferScenario(Stream& s, SplineFields& f) {
+    constexpr std::uint32_t fitMethod = 1, usualFitFlags = 9, customKnots = 15;
+    if (!s.since(Release::r2013)) {
+        s.bl(f.scenario);
+        return;
+    }
+    if constexpr (Stream::writing) {
+        if (f.flags == 0 && f.parametrization == 0) {
+            const bool fits = f.scenario == SplineFields::byFitPoints;
+            f.flags = fits ? usualFitFlags : 0;
+            f.parametrization = fits ? 0 : customKnots;
         }
     }
+    std::uint32_t stored = SplineFields::byControlPoints;
+    s.bl(stored);
+    s.bl(f.flags);
+    s.bl(f.parametrization);
+    if constexpr (Stream::reading) {
+        f.scenario = (f.flags & fitMethod) != 0 ? SplineFields::byFitPoints : stored;
+        if (f.parametrization == customKnots)
+            f.scenario = SplineFields::byControlPoints;
+    }
+}
+
+} // namespace
+
+template <class Stream> void transferFields(Stream& s, SplineFields& f) {
+    transferScenario(s, f);
     s.bl(f.degree);
     if (f.scenario == SplineFields::byFitPoints) {
         s.bd(f.fitTolerance);

@@ -103,9 +103,9 @@ TEST(WriteDrawing, EveryReferenceOfTheDefaultDrawingLeadsSomewhere) {
     EXPECT_EQ(header.HANDSEED, drawing.handleSeed());
 }
 
-TEST(WriteDrawing, ObjectsOfAnotherReleaseAreRefused) {
+TEST(WriteDrawing, ReleasesBefore2000AreRefused) {
     Drawing drawing = makeDefaultDrawing();
-    drawing.release = Release::r2004;
+    drawing.release = Release::r14;
     const auto bytes = writeDrawing(drawing, {}, {}, 0);
     ASSERT_FALSE(bytes);
     EXPECT_EQ(bytes.error().kind, ErrorKind::unsupported);
