@@ -1,6 +1,7 @@
 #include "tessaro/browser/BlockDlg.h"
 
 #include "tessaro/browser/BlockDlgControls.h"
+#include "tessaro/browser/ComboAccessible.h"
 #include "tessaro/browser/DialogLayout.h"
 #include "tessaro/browser/ErrorReport.h"
 #include "tessaro/browser/ListAccessible.h"
@@ -50,6 +51,7 @@ BlockDlg::BlockDlg(QWidget* owner)
     InstallMainThreadLoop();
     SetNewMapQuestion(AskForNewMap);
     InstallListAccessibility();
+    InstallComboAccessibility();
     setFont(DialogFont());
     CreateControls();
 }

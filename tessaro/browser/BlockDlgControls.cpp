@@ -10,6 +10,8 @@
 #include <QShortcut>
 #include <QStyleOptionButton>
 
+#include <algorithm>
+
 namespace {
 
 /// A check box whose caption goes over two lines where it is too wide for one.
@@ -76,11 +78,12 @@ void Describe(QWidget* control, const char* name, const char* description) {
     }
 }
 
-/// A label left of a control: its text ends there and stands on the control's line.
+/// A label left of a control: its text ends there and stands on the control's line. `spare` is how much the label is
+/// higher than the control, or lower where it is negative.
 QLabel* SideLabel(QWidget& window, const char* caption, const char* name, int spare) {
     auto* label = Named(new QLabel(Caption(caption), &window), name);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    label->setContentsMargins(0, 0, 0, spare);
+    label->setContentsMargins(0, std::max(0, -spare), 0, std::max(0, spare));
     return label;
 }
 
@@ -165,7 +168,7 @@ BlockDlgControls MakeBlockDlgControls(QWidget& window) {
     made.viewButton->setAutoDefault(false);
     made.viewButton->setShortcut(QKeySequence(Qt::ALT | Qt::Key_V));
     made.viewButton->setToolTip(QStringLiteral("Next view of the block list; the arrow picks one (Alt+V)"));
-    made.quickFindLabel = SideLabel(window, "Quick Find:", "quickFindLabel", 0);
+    made.quickFindLabel = SideLabel(window, "Quick Find:", "quickFindLabel", -units.Y(kClosedCombo - 12));
     made.quickFind = Named(new MyCEdit(&window), "quickFind");
     made.quickFind->setToolTip(QStringLiteral("Find a block by name or comment; Enter finds the next one (Alt+Q)"));
     made.help = Button(window, "Help", 'H', "Help");

@@ -210,8 +210,8 @@ int main(int argc, char** argv) {
     versionText = L"3.9.10";
     iniPath = (options.out + "/tessaro35.ini").toStdWString();
     cachePath = (options.out + "/tessaro35.cache").toStdWString();
-    columnWidths = {140, 35, 150, 60, 105, 105};
-    dirColumnWidths = {80, 40, 20};
+    columnWidths = {150, 45, 165, 60, 130, 130};
+    dirColumnWidths = {80, 45, 42};
     setupEvent.SetEvent();
     for (const QString& folder : options.folders) {
         auto* const directory = new Directory;
