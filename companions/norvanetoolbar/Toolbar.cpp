@@ -15,6 +15,8 @@ AcRxButtonBar* Toolbar() {
 
 } // namespace
 
+// Texts cross by value, as the interface between the modules says.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 extern "C" {
 
 EXPORTED int acrxEntryPoint(int, void*) {
@@ -42,3 +44,4 @@ EXPORTED int RemoveFromToolbar(std::wstring command) {
 }
 
 } // extern "C"
+// NOLINTEND(performance-unnecessary-value-param)

@@ -107,7 +107,7 @@ TEST(PaintTool, writesTheReferencePaint) {
                                     "' --background 302821 --mark 40.5,33.25 --paint '" + out.path().string() +
                                     "' > /dev/null";
         ASSERT_EQ(std::system(command.c_str()), 0) << command;
-        for (const std::string kind : {"screen", "print"}) {
+        for (const std::string& kind : {std::string("screen"), std::string("print")}) {
             const std::string pixels = readFile(out.path() / kind);
             EXPECT_EQ(sha256({reinterpret_cast<const std::uint8_t*>(pixels.data()), pixels.size()}),
                       expected.at(name + " 302821 " + kind))

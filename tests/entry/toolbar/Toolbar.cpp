@@ -14,6 +14,8 @@ std::string Told(const std::wstring& text) {
 
 } // namespace
 
+// Texts cross by value, as the interface between the modules says.
+// NOLINTBEGIN(performance-unnecessary-value-param)
 extern "C" {
 
 int AddToToolbar(std::wstring command, std::wstring title, void* instance, unsigned int resource, int first,
@@ -30,3 +32,4 @@ int RemoveFromToolbar(std::wstring command) {
     return 0;
 }
 }
+// NOLINTEND(performance-unnecessary-value-param)
