@@ -36,6 +36,11 @@ bool HasExtension(std::wstring_view name, std::wstring_view extension) {
            EqualNoCase(name.substr(name.size() - extension.size()), extension);
 }
 
+/// Where nothing but the listing tells what it is.
+bool MayBeFile(const dirent& entry) {
+    return entry.d_type == DT_REG || entry.d_type == DT_LNK || entry.d_type == DT_UNKNOWN;
+}
+
 } // namespace
 
 bool IsSeparator(wchar_t c) {
@@ -106,9 +111,11 @@ std::vector<FoundFile> ListFiles(std::wstring_view folder, std::wstring_view ext
     while (const dirent* entry = readdir(listing)) {
         std::wstring name = FromNarrow(entry->d_name);
         bool regular = false;
-        if (HasExtension(name, extension))
-            if (const auto status = StatusOf(dirfd(listing), entry->d_name, regular); status && regular)
-                found.push_back({ToLower(name), {std::move(name), *status}});
+        if (HasExtension(name, extension)) {
+            const auto status = StatusOf(dirfd(listing), entry->d_name, regular);
+            if (status ? regular : errno != ENOENT && MayBeFile(*entry))
+                found.push_back({ToLower(name), {std::move(name), status.value_or(FileStatus{}), status.has_value()}});
+        }
         errno = 0;
     }
     const bool broken = errno != 0;

@@ -48,6 +48,7 @@ bool FolderExists(std::wstring_view path);
 struct FoundFile {
     std::wstring name; ///< with extension, as on disk
     FileStatus status;
+    bool statusKnown = true; ///< false where the system names the file and refuses to tell of it
 };
 /// Files (no folders) with that extension ("dwg", in any case) in name order ignoring case; empty where the folder
 /// can't be read.

@@ -83,8 +83,8 @@ bool TakeAfter(int descriptor, const struct stat& old) {
     return (now.st_mode & 07777) == (old.st_mode & 07777) || fchmod(descriptor, old.st_mode & 07777) == 0;
 }
 
-/// The folder, or its file system, takes no new file or no other owner, or the file is mounted by itself; a full disk and
-/// the like are no such refusal.
+/// The folder, or its file system, takes no new file or no other owner, or the file is mounted by itself; a full disk
+/// and the like are no such refusal.
 bool RefusesNewFiles(int error) {
     return error == EACCES || error == EPERM || error == EROFS || error == ENAMETOOLONG || error == ENOTSUP ||
            error == EINVAL || error == EBUSY || error == EXDEV;
@@ -204,7 +204,7 @@ void SafeFile::CommitBeside(Flush flush) {
 /// The old file may have been moved away since the opening, so it is looked for again.
 void SafeFile::CommitInPlace(Flush flush) {
     int file = ::open(given.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, 0666);
-    struct stat status;
+    struct stat status {};
     int error = file < 0 || fstat(file, &status) != 0 ? errno : 0;
     // Room first, so that a full disk costs nothing of the old file.
     if (error == 0 && static_cast<off_t>(pending.size()) > status.st_size) {

@@ -106,7 +106,8 @@ private:
             Block* const block = *place;
             const auto title = titles.find(block->name);
             if (title != titles.end()) {
-                block->status = StatusOf(files[title->second].status);
+                if (const platform::FoundFile& file = files[title->second]; file.statusKnown)
+                    block->status = StatusOf(file.status);
                 taken[title->second] = true;
                 titles.erase(title);
                 ++place;

@@ -1,5 +1,6 @@
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -155,6 +156,25 @@ TEST(Paths, AFolderListsFilesOfAnExtensionInNameOrderIgnoringCase) {
               (std::vector<std::wstring>{L".dwg", L"A.DWG", L"a.dwg", L"b.dwg", L"B2.dwg", L"c.Dwg", L"link.dwg"}));
     EXPECT_EQ(ListFiles(Wide(folder.path()), L"DWG").size(), 7u);
     EXPECT_EQ(ListFiles(Wide(folder.path()), L"dwg")[6].status.size, 1u) << "the status of what a link leads to";
+}
+
+TEST(Paths, AFileWhoseStatusIsRefusedIsListedWithoutOne) {
+    const tests::TemporaryFolder folder;
+    folder.write("closed/a.dwg", "x");
+    ASSERT_EQ(chmod(folder.path().c_str(), 0755), 0);
+    const auto closed = folder.path() / "closed";
+    ASSERT_EQ(chmod(closed.c_str(), 0444), 0);
+    const int status = tests::inChild([&] {
+        if (geteuid() == 0 && !tests::becomeNobody())
+            return 99;
+        const auto files = ListFiles(Wide(closed), L"dwg");
+        return files.size() == 1 && files[0].name == L"a.dwg" && !files[0].statusKnown ? 0 : 1;
+    });
+    ASSERT_EQ(chmod(closed.c_str(), 0755), 0);
+    if (status == 99)
+        GTEST_SKIP() << "no right to become another user";
+    EXPECT_EQ(status, 0);
+    EXPECT_TRUE(ListFiles(Wide(closed), L"dwg").at(0).statusKnown);
 }
 
 TEST(Paths, AFolderThatCannotBeReadListsNothing) {

@@ -198,7 +198,7 @@ TEST_F(Interleavings, APictureThatIsFoundAfterItsDirectoryWasLeftJoinsTheSavedOn
     for (const char* title : {"a", "b", "c"})
         WriteDrawing("left", title, tests::DrawingBuilder("AC1015").entry(2, tests::plainBitmap(20, 16, 0xff)));
     Directory* const other = AddFolder("other", {});
-    left->cacheFile = platform::FromNarrow((folder.path() / "path1_35.cache").string());
+    left->cacheFile = platform::FromNarrow((folder.path() / "doomed.cache").string());
     currentDirectory = left;
     window.onStore = [&] {
         if (Directory* const shown = currentDirectory)
@@ -360,7 +360,7 @@ TEST_F(Interleavings, ADirectoryThatIsReplacedAndClosedOverIsReadByTheNextOpenin
 TEST_F(Interleavings, ADirectoryThatIsDeletedWhileItIsReadLeavesNoCacheFile) {
     Directory* const neighbour = AddFolder("neighbour", {});
     Directory* const doomed = AddFolder("doomed", {"one"});
-    doomed->cacheFile = platform::FromNarrow((folder.path() / "path1_35.cache").string());
+    doomed->cacheFile = platform::FromNarrow((folder.path() / "doomed.cache").string());
     // The worker comes to it behind the neighbour, whose selection raised `pause`: nothing lets the delete wait.
     currentDirectory = neighbour;
     HoldAt("doomed/one");
@@ -372,7 +372,7 @@ TEST_F(Interleavings, ADirectoryThatIsDeletedWhileItIsReadLeavesNoCacheFile) {
     ASSERT_TRUE(ServeUntilDeleted());
     ASSERT_TRUE(ServeUntilIdle());
     EXPECT_THAT(Examined(), ElementsAre("doomed/one"));
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "path1_35.cache")) << "a new Directory may get this name";
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "doomed.cache")) << "a new Directory may get this name";
 }
 
 namespace {
@@ -398,7 +398,7 @@ TEST_P(DeletedWhileRead, GoesWithRowQueueEntryAndCacheFileWhenTheWorkerHasLeftIt
     std::vector<Directory*> left(directories.begin(), directories.end());
     Directory* const doomed = left[static_cast<std::size_t>(deleted.row)];
     left.erase(left.begin() + deleted.row);
-    doomed->cacheFile = platform::FromNarrow(folder.write("path1_35.cache", "cache").string());
+    doomed->cacheFile = platform::FromNarrow(folder.write("doomed.cache", "cache").string());
     currentDirectory = doomed;
     HoldAt("d" + std::to_string(deleted.row) + "/one");
     Open();
@@ -417,7 +417,7 @@ TEST_P(DeletedWhileRead, GoesWithRowQueueEntryAndCacheFileWhenTheWorkerHasLeftIt
         EXPECT_EQ(window.DirectoryAt(row), left[static_cast<std::size_t>(row)]);
         EXPECT_EQ(left[static_cast<std::size_t>(row)]->listIndex, row);
     }
-    EXPECT_FALSE(std::filesystem::exists(folder.path() / "path1_35.cache"));
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "doomed.cache"));
     EXPECT_EQ(currentDirectory, shown);
     // A removal of the head at that moment may have met the shown one.
     ASSERT_TRUE(ServeUntilIdle());

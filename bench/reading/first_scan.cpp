@@ -1,0 +1,173 @@
+// The first pass over real drawings, and its parts by themselves.
+
+#include "bench/Harness.h"
+#include "bench/reading/Reading.h"
+#include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/Text.h"
+#include "tessaro/reading/DrawingType.h"
+#include "tessaro/reading/Examine.h"
+#include "tessaro/reading/PreviewSection.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <ctime>
+#include <fcntl.h>
+#include <fstream>
+#include <functional>
+#include <lodepng.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int kDrawings = 5000, kFolders = 20;
+constexpr double kFirstScanBound = 1.3, kLoadBound = 0.4, kRenderBound = 0.25;
+constexpr int kRepeats = 7;
+
+/// One drawing as the parts take it.
+struct Subject {
+    std::wstring path;
+    std::string native;
+    std::int32_t fileType = 0;
+    bool isPng = false;
+    std::optional<PreviewBytes> preview;
+    MarkPoints points;
+};
+
+Subject Examined(const std::filesystem::path& file) {
+    Subject subject;
+    subject.native = file.native();
+    subject.path = platform::FromNarrow(subject.native);
+    platform::File drawing(subject.path, platform::File::modeRead);
+    std::array<std::uint8_t, kMagicSize> magic{};
+    drawing.Read(magic.data(), magic.size());
+    subject.fileType = DrawingType(magic);
+    if (subject.fileType >= 14) {
+        const PreviewSection section = ReadPreviewSection(drawing);
+        subject.isPng = section.isPng;
+        subject.preview = ReadSectionImage(drawing, section);
+    }
+    return subject;
+}
+
+std::uint32_t Number(const unsigned char* bytes) {
+    std::uint32_t number = 0;
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+/// Opens a drawing, reads what an examination reads, decodes its picture, closes.
+void ReadBare(const std::string& path) {
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    std::array<unsigned char, 6> magic{};
+    std::array<unsigned char, 4> address{};
+    std::array<unsigned char, 5> head{};
+    bool got = read(file, magic.data(), magic.size()) == 6 && pread(file, address.data(), 4, 13) == 4 &&
+               pread(file, head.data(), 5, Number(address.data()) + 16) == 5;
+    std::vector<unsigned char> entries(got ? std::size_t{head[4]} * 9 : 0), image;
+    got = got && pread(file, entries.data(), entries.size(), Number(address.data()) + 21) ==
+                     static_cast<ssize_t>(entries.size());
+    bool png = false;
+    for (std::size_t at = 0; got && at < entries.size(); at += 9)
+        if (entries[at] == 2 || entries[at] == 6) {
+            png |= entries[at] == 6;
+            image.resize(Number(&entries[at + 5]) < (1U << 24) ? Number(&entries[at + 5]) : 0);
+            if (pread(file, image.data(), image.size(), Number(&entries[at + 1])) < 0)
+                image.clear();
+        }
+    close(file);
+    if (!png)
+        return;
+    unsigned char* pixels = nullptr;
+    unsigned width = 0, height = 0;
+    lodepng_decode24(&pixels, &width, &height, image.data(), image.size());
+    bench::Keep(pixels);
+    std::free(pixels);
+}
+
+double ThreadSeconds() {
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
+}
+
+/// The median over all drawings of the least of several runs, in milliseconds.
+double MedianCpu(std::vector<Subject>& subjects, const std::function<void(Subject&)>& part) {
+    std::vector<double> times;
+    for (Subject& subject : subjects) {
+        double least = 1e9;
+        for (int repeat = 0; repeat < kRepeats; ++repeat) {
+            const double start = ThreadSeconds();
+            part(subject);
+            least = std::min(least, ThreadSeconds() - start);
+        }
+        times.push_back(least * 1e3);
+    }
+    std::nth_element(times.begin(), times.begin() + static_cast<std::ptrdiff_t>(times.size() / 2), times.end());
+    return times[times.size() / 2];
+}
+
+std::uint64_t BytesRead() {
+    std::ifstream in("/proc/self/io");
+    std::string name;
+    std::uint64_t bytes = 0;
+    in >> name >> bytes;
+    return bytes;
+}
+
+void Load(Subject& subject) {
+    Block block;
+    subject.points.clear();
+    LoadDrawing(subject.path, block, true, subject.preview ? &*subject.preview : nullptr, subject.points);
+}
+
+void Render(Subject& subject) {
+    if (subject.preview)
+        bench::Keep(DrawThumbnails(true, subject.fileType, *subject.preview, subject.isPng, subject.points).small);
+}
+
+void Measure(bench::Table& table) {
+    Reading reading;
+    const auto drawings = Drawings();
+    std::vector<Subject> subjects;
+    for (int folder = 0; folder < kFolders; ++folder) {
+        const auto place = reading.Place() / ("library" + std::to_string(folder));
+        std::filesystem::create_directory(place);
+        reading.Add(place);
+        for (int number = folder; number < kDrawings; number += kFolders) {
+            const auto& original = drawings[static_cast<std::size_t>(number) % drawings.size()];
+            const auto copy = place / ("drawing" + std::to_string(number) + ".dwg");
+            // Another name for the same bytes serves as well as a copy, and spares the disk.
+            std::error_code refused;
+            std::filesystem::create_hard_link(original, copy, refused);
+            if (refused)
+                std::filesystem::copy_file(original, copy);
+            subjects.push_back(Examined(copy));
+        }
+    }
+    table.Ratio("first scan of 5,000 drawings to its parts", kFirstScanBound,
+                {[&] { reading.ReadAll(true); }, Reading::Empty}, {[&] {
+                    for (Subject& subject : subjects) {
+                        ReadBare(subject.native);
+                        Load(subject);
+                        Render(subject);
+                    }
+                }});
+    subjects.resize(std::min(subjects.size(), drawings.size()));
+    table.Value("LoadDrawing: processor time of the median drawing", MedianCpu(subjects, Load), "ms", kLoadBound);
+    table.Value("RenderThumbnail, both passes: processor time of the median drawing", MedianCpu(subjects, Render), "ms",
+                kRenderBound);
+    std::uint64_t bytes = 0;
+    for (Subject& subject : subjects) {
+        const std::uint64_t before = BytesRead();
+        Load(subject);
+        bytes += BytesRead() - before;
+    }
+    table.Note("LoadDrawing: bytes read of a drawing, on average",
+               static_cast<double>(bytes) / static_cast<double>(subjects.size()), "bytes");
+}
+
+const bench::Rows rows("first-scan", Measure);
+
+} // namespace
