@@ -129,6 +129,34 @@ constexpr TypeRow typeRows[] = {
     {499, L"AcDbProxyObject", describe<AcDbObject>},
 };
 
+const AcRxClass* classOfRow(const TypeRow& row) {
+    return row.name == nullptr ? row.relative() : Registry::instance().get(row.name, row.relative());
+}
+
+/// Parents of classes that objects of no fixed type have, where they aren't the entity or object alone.
+struct ClassRow {
+    const wchar_t* name;
+    const wchar_t* parent;
+};
+
+constexpr ClassRow classRows[] = {
+    {L"AcDbWipeout", L"AcDbRasterImage"},
+    {L"AcDbHelix", L"AcDbSpline"},
+    {L"AcDbExtrudedSurface", L"AcDbSurface"},
+    {L"AcDbLoftedSurface", L"AcDbSurface"},
+    {L"AcDbRevolvedSurface", L"AcDbSurface"},
+    {L"AcDbSweptSurface", L"AcDbSurface"},
+    {L"AcDbPlaneSurface", L"AcDbSurface"},
+    {L"AcDbPdfReference", L"AcDbUnderlayReference"},
+    {L"AcDbDwfReference", L"AcDbUnderlayReference"},
+    {L"AcDbDgnReference", L"AcDbUnderlayReference"},
+    {L"AcDbDictionaryWithDefault", L"AcDbDictionary"},
+};
+
+bool isDimensionName(const std::wstring& name) {
+    return name.ends_with(L"Dimension") || name == L"AcDbRadialDimensionLarge";
+}
+
 } // namespace
 
 const AcRxClass* classOfType(std::uint16_t type) {
@@ -136,13 +164,20 @@ const AcRxClass* classOfType(std::uint16_t type) {
                                   [type](const TypeRow& candidate) { return candidate.type == type; });
     if (row == std::end(typeRows))
         return AcDbObject::desc();
-    return row->name == nullptr ? row->relative() : Registry::instance().get(row->name, row->relative());
+    return classOfRow(*row);
 }
 
 const AcRxClass* classOfName(const std::wstring& name, bool isEntity) {
-    const AcRxClass* parent = AcDbObject::desc();
-    if (isEntity)
-        parent = name.ends_with(L"Dimension") ? AcDbDimension::desc() : AcDbEntity::desc();
+    const auto fixed =
+        std::ranges::find_if(typeRows, [&](const TypeRow& row) { return row.name != nullptr && name == row.name; });
+    if (fixed != std::end(typeRows))
+        return classOfRow(*fixed);
+    const auto derived = std::ranges::find_if(classRows, [&](const ClassRow& row) { return name == row.name; });
+    const AcRxClass* parent = isEntity ? AcDbEntity::desc() : AcDbObject::desc();
+    if (derived != std::end(classRows))
+        parent = classOfName(derived->parent, isEntity);
+    else if (isEntity && isDimensionName(name))
+        parent = AcDbDimension::desc();
     return Registry::instance().get(name, parent);
 }
 

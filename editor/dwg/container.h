@@ -33,9 +33,9 @@ public:
 constexpr std::uint64_t largestSection = 128u << 20;
 
 /// What a section of a file of this size may declare as its unpacked length. The packings here reach 255 to 1 at
-/// best and drawings stay far below it.
+/// best; drawings stay below ten, and small ones have room for more.
 constexpr std::uint64_t unpackedLimit(std::uint64_t fileSize) {
-    const std::uint64_t byExpansion = (1u << 20) + fileSize * 128;
+    const std::uint64_t byExpansion = (48u << 20) + fileSize * 12;
     return byExpansion < largestSection ? byExpansion : largestSection;
 }
 

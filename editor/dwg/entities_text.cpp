@@ -108,12 +108,8 @@ template <class Stream> void transferColumns(Stream& s, MultilineText::Columns& 
     s.b(columns.reversed);
     if (columns.automaticHeight || columns.type != MultilineText::Columns::dynamic)
         return;
-    if constexpr (Stream::reading) {
-        if (columns.count > s.data.remaining() / 2)
-            s.data.fail();
-        else
-            columns.heights.resize(columns.count);
-    }
+    if constexpr (Stream::reading)
+        s.resize(columns.heights, columns.count, 2);
     for (double& height : columns.heights)
         s.bd(height);
 }

@@ -40,7 +40,7 @@ enum class Space : std::uint8_t { owner = 0, paper = 1, model = 2 };
 
 /// What entities have from 2004, 2007 or 2010 on, and few have otherwise than by layer.
 struct EntityExtras {
-    /// Whether EntityData::color comes from a book, and its colour there.
+    /// Whether EntityData::color comes from a book, and its colour there; counts for true colours only.
     bool hasBookColor = false;
     HandleRef bookColor{handle_code::hardPointer};
     /// As stored; nothing for by layer.
@@ -84,7 +84,8 @@ struct EntityData {
 
 struct Object {
     Handle handle = 0;
-    /// Number of the type; from 500 on a class of the drawing it lies in.
+    /// Number of the type; from 500 on a class of the drawing it lies in. What is fixed since 2000 bears the fixed number
+    /// in drawings of R13 and R14 too, where it is stored as a class.
     std::uint16_t type = 0;
     /// For an entity that lies in model or paper space the block record of that space, else as stored.
     HandleRef owner{handle_code::softPointer};
@@ -136,7 +137,7 @@ public:
     std::uint16_t codePage = 30;
     /// By number, ascending.
     std::vector<ObjectClass> classes;
-    /// Damage met while reading.
+    /// Damage met while reading; of very much damage only the beginning.
     Findings findings;
 
     Drawing() = default;

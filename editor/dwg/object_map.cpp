@@ -34,7 +34,7 @@ bool readPage(ByteView page, std::vector<ObjectPlaceInFile>& places) {
 
 } // namespace
 
-std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings) {
+std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings, std::size_t most) {
     std::vector<ObjectPlaceInFile> places;
     const auto damage = [&findings](const char* reason, std::size_t at) {
         findings.push_back({std::string(section::handles), reason, at});
@@ -58,6 +58,11 @@ std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& finding
             return places;
         if (!readPage(page.subspan(sizeBytes), places)) {
             damage("a page of the object map can't be followed", at);
+            return places;
+        }
+        if (places.size() > most) {
+            damage("the object map has more entries than there can be objects", at);
+            places.resize(most);
             return places;
         }
         at += size + checkBytes;

@@ -4,6 +4,8 @@
 #include "editor/dwg/result.h"
 #include "editor/dwg/source.h"
 
+#include <limits>
+
 /// Where objects lie: the section of handles.
 namespace dwg {
 
@@ -14,8 +16,9 @@ struct ObjectPlaceInFile {
 };
 
 /// Reads the pages of the map up to the empty one. Damage ends the reading and becomes a finding; what was read
-/// before stays.
-std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings);
+/// before stays. So does an entry more than `most`.
+std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings,
+                                             std::size_t most = std::numeric_limits<std::size_t>::max());
 
 /// Where the object of this handle lies, found without reading the whole map: its pages begin with their first handle
 /// and follow each other in ascending order. Nothing where the page that should hold it doesn't.

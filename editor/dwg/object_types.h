@@ -68,6 +68,7 @@ constexpr std::uint16_t viewportEntityControl = 70;
 constexpr std::uint16_t viewportEntityHeader = 71;
 constexpr std::uint16_t multilineStyle = 73;
 constexpr std::uint16_t lightweightPolyline = 77;
+constexpr std::uint16_t hatch = 78;
 constexpr std::uint16_t record = 79;
 constexpr std::uint16_t placeholder = 80;
 constexpr std::uint16_t layout = 82;

@@ -96,11 +96,41 @@ void writeType(BitWriter& bits, std::uint16_t type, Release release) {
     }
 }
 
+/// Types that are fixed since 2000 and were classes before.
+struct EarlyClass {
+    std::uint16_t type;
+    const wchar_t* name;
+};
+
+constexpr EarlyClass earlyClasses[] = {{object_type::lightweightPolyline, L"LWPOLYLINE"},
+                                       {object_type::hatch, L"HATCH"},
+                                       {object_type::record, L"XRECORD"},
+                                       {object_type::placeholder, L"ACDBPLACEHOLDER"},
+                                       {object_type::layout, L"LAYOUT"}};
+
+/// The fixed type that an object of a class has in memory.
+std::uint16_t typeInMemory(std::uint16_t stored, const ObjectContext& context) {
+    const ObjectClass* const objectClass = context.release < Release::r2000 ? findClass(context, stored) : nullptr;
+    if (objectClass == nullptr)
+        return stored;
+    const auto* const early = std::ranges::find(earlyClasses, objectClass->dxfName, &EarlyClass::name);
+    return early == std::ranges::end(earlyClasses) ? stored : early->type;
+}
+
+/// The reverse. A drawing that has no such class keeps the fixed type.
+std::uint16_t storedType(std::uint16_t type, const ObjectContext& context) {
+    const auto* const early = std::ranges::find(earlyClasses, type, &EarlyClass::type);
+    if (context.release >= Release::r2000 || context.classes == nullptr || early == std::ranges::end(earlyClasses))
+        return type;
+    const auto found = std::ranges::find(*context.classes, early->name, &ObjectClass::dxfName);
+    return found == context.classes->end() ? type : found->number;
+}
+
 /// Reads one record. What fails is told by the place that the data stream has come to.
 class RecordReader {
 public:
     RecordReader(std::span<const std::uint8_t> bytes, const ObjectContext& objectContext)
-        : record(bytes), context(objectContext), s(context.release, 0, context.codePage) {}
+        : record(bytes), context(objectContext), s(context.release, 0, context.codePage, context.memory) {}
 
     Result<Object> read(std::optional<Finding>* finding) {
         if (!readHead())
@@ -135,7 +165,7 @@ private:
         if (context.release >= Release::r2010)
             referenceBits = s.data.umc();
         const std::size_t start = s.data.position();
-        object.type = readType(s.data, context.release);
+        object.type = typeInMemory(readType(s.data, context.release), context);
         std::size_t handlesAt = record.size() * 8 - std::min(referenceBits, record.size() * 8);
         if (context.release >= Release::r2000 && context.release < Release::r2010)
             handlesAt = start + s.data.rl();
@@ -246,7 +276,7 @@ Result<Bits> encodeObject(const Object& object, const ObjectContext& context) {
     transferCommon(s, fields);
     transferBody(s, fields.body, object.type);
     std::swap(parts.rest, s.data);
-    return joined(parts, s, object.type);
+    return joined(parts, s, storedType(object.type, context));
 }
 
 Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const ObjectContext& context) {

@@ -15,6 +15,9 @@ struct ObjectContext {
     Release release = Release::r2000;
     CodePage codePage;
     const std::vector<ObjectClass>* classes = nullptr;
+    /// In bytes, what lists of objects that are decoded may take all in all; a decoded object subtracts its own. Null
+    /// for no limit but that of the record.
+    std::size_t* memory = nullptr;
 
     explicit ObjectContext(const Drawing& drawing)
         : ObjectContext(drawing.release, drawing.codePage, drawing.classes) {}

@@ -109,7 +109,7 @@ void ObjectWriter::entityColor(const EntityData& entity) {
         return;
     }
     const bool transparent = entity.extras && entity.extras->transparency;
-    const bool ofBook = entity.extras && entity.extras->hasBookColor;
+    const bool ofBook = entity.extras && entity.extras->hasBookColor && entity.color.hasRgb;
     const auto index = static_cast<std::uint16_t>(entity.color.index) & indexBits;
     data.bs(static_cast<std::uint16_t>(index | (entity.color.hasRgb ? isTrueColor : 0) |
                                        (transparent ? hasTransparency : 0) | (ofBook ? isOfBook : 0)));

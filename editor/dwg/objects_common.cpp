@@ -73,6 +73,8 @@ template <class Stream> void transferEntity(Stream& s, Object& object) {
     s.entityColor(entity);
     s.bd(entity.linetypeScale);
     EntityExtras extras = extrasOf<Stream>(entity);
+    // A colour that was given by its index since then comes from no book.
+    extras.hasBookColor = extras.hasBookColor && (Stream::reading || entity.color.hasRgb);
     if (s.since(Release::r2000)) {
         s.bb(entity.linetypeFrom);
         s.bb(entity.plotStyleFrom);

@@ -19,9 +19,8 @@ template <class Stream> void transferCount(Stream& s, std::size_t& count) {
 /// Members of a list are no references of the object in memory: visiting passes them by.
 template <class Stream> void transferOwned(Stream& s, std::vector<Handle>& members, std::size_t count) {
     if constexpr (Stream::reading) {
-        if (s.failed())
-            return;
-        members.resize(count);
+        if (!s.failed())
+            s.resizeItems(members, count);
         for (Handle& member : members) {
             HandleRef reference;
             s.h(reference);

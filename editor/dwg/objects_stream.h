@@ -19,7 +19,10 @@ public:
     static constexpr bool reading = true;
     static constexpr bool writing = false;
 
-    ObjectReader(Release stored, Handle handle, const CodePage& page) : release(stored), own(handle), codePage(page) {}
+    /// `memory` in bytes is what the lists of the object may take, null for no limit but the record's; what they take
+    /// is subtracted.
+    ObjectReader(Release stored, Handle handle, const CodePage& page, std::size_t* memory = nullptr)
+        : release(stored), own(handle), codePage(page), allowance(memory) {}
 
     bool failed() const { return data.failed() || texts.failed() || handles.failed(); }
     /// Whether what is stored from or up to a release is stored here.
@@ -49,6 +52,8 @@ public:
             value.pop_back();
             closedTexts = true;
         }
+        if (!allows<std::wstring>(value.size()))
+            data.fail();
     }
     void cmc(NamedColor& value);
     /// The colour of an entity; the reference of one from a book stands ahead of the layer.
@@ -60,21 +65,24 @@ public:
     template <class Vector> void sizeBl(Vector& vector, std::size_t leastBits) { resize(vector, data.bl(), leastBits); }
     template <class Vector> void sizeRc(Vector& vector, std::size_t leastBits) { resize(vector, data.rc(), leastBits); }
     /// The number of elements that follow, each a reference in the other stream or with one there.
-    template <class Vector> void sizeOfItems(Vector& vector) {
-        const std::size_t count = data.bl();
-        if (count > handles.remaining() / 8)
+    template <class Vector> void sizeOfItems(Vector& vector) { resizeItems(vector, data.bl()); }
+    template <class Vector> void resizeItems(Vector& vector, std::size_t count) {
+        constexpr std::size_t leastBits = 8;
+        if (count > handles.remaining() / leastBits || !allows<Vector>(count))
             handles.fail();
         else
             vector.resize(count);
     }
     /// As many references as there are. Fewer than eight bits left are filling.
     void referencesToEnd(std::vector<HandleRef>& references) {
-        while (handles.remaining() >= 8) {
-            HandleRef reference;
+        std::size_t count = 0;
+        for (BitReader ahead = handles; ahead.remaining() >= 8; ++count)
+            ahead.h();
+        resizeItems(references, count);
+        if (handles.failed())
+            return;
+        for (HandleRef& reference : references)
             h(reference);
-            if (!handles.failed())
-                references.push_back(reference);
-        }
     }
     void restOfData(Bits& bits) { bits = data.bits(data.remaining()); }
     void restOfTexts(Bits& bits) { bits = texts.bits(texts.remaining()); }
@@ -87,13 +95,25 @@ public:
     /// Whether a text ended in a null.
     bool closedTexts = false;
 
-private:
     template <class Vector> void resize(Vector& vector, std::size_t count, std::size_t leastBits) {
-        if (count > data.remaining() / leastBits)
+        if (count > data.remaining() / leastBits || !allows<Vector>(count))
             data.fail();
         else
             vector.resize(count);
     }
+
+private:
+    template <class Vector> bool allows(std::size_t count) {
+        const std::size_t bytes = count * sizeof(typename Vector::value_type);
+        if (allowance == nullptr)
+            return true;
+        if (bytes > *allowance)
+            return false;
+        *allowance -= bytes;
+        return true;
+    }
+
+    std::size_t* allowance;
 };
 
 class ObjectWriter {

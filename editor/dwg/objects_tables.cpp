@@ -34,10 +34,7 @@ template <class Stream> void transferInsertionCount(Stream& s, std::vector<Handl
         std::size_t count = 0;
         while (s.data.rc() != 0)
             ++count;
-        if (count > s.handles.remaining() / 8)
-            s.handles.fail();
-        else
-            insertions.resize(count);
+        s.resizeItems(insertions, count);
     } else if constexpr (Stream::writing) {
         for (std::size_t i = 0; i < insertions.size(); ++i)
             s.rc(1);

@@ -5,6 +5,7 @@
 #include "editor/dwg/object_frame.h"
 #include "editor/dwg/object_map.h"
 #include "editor/dwg/objects_codec.h"
+#include "editor/dwg/reading_limits.h"
 
 namespace dwg {
 
@@ -12,9 +13,15 @@ namespace {
 
 constexpr std::size_t checkBytes = 2;
 
+/// What an object takes beside its record, its texts and lists: itself, its body, places in indices and blocks.
+constexpr std::size_t bytesOfObject = sizeof(Object) + 240;
+
 class ObjectLoader {
 public:
-    ObjectLoader(ByteView file, Drawing& target) : bytes(file), drawing(target), context(target), left(file.size()) {}
+    ObjectLoader(ByteView file, Drawing& target, ReadingLimits& budget)
+        : bytes(file), drawing(target), context(target), limits(budget), left(file.size()) {}
+
+    bool isOverLimit() const { return overLimit; }
 
     /// False when reading on makes no sense.
     bool load(const ObjectPlaceInFile& place) {
@@ -34,46 +41,63 @@ public:
         }
         left -= size;
         check(place, rest.first(frame->start + size), rest.subspan(frame->start + size));
-        decode(place, record);
-        return true;
+        return decode(place, record);
     }
 
 private:
     bool skip(const ObjectPlaceInFile& place, const char* reason) {
-        drawing.findings.push_back({objectPlace(place.handle), std::string(reason) + "; left out", place.offset});
+        addFinding(drawing.findings, {objectPlace(place.handle), std::string(reason) + "; left out", place.offset});
         return true;
     }
 
     void check(const ObjectPlaceInFile& place, ByteView checked, ByteView behind) {
         if (behind.size() < checkBytes || (behind[0] | behind[1] << 8) != crc16(checked))
-            drawing.findings.push_back({objectPlace(place.handle), "its check doesn't fit", place.offset});
+            addFinding(drawing.findings, {objectPlace(place.handle), "its check doesn't fit", place.offset});
     }
 
-    void decode(const ObjectPlaceInFile& place, ByteView record) {
+    bool decode(const ObjectPlaceInFile& place, ByteView record) {
+        const std::size_t before = limits.left(drawing.findings);
+        const std::size_t own = bytesOfObject + record.size();
+        overLimit = before < own;
+        if (overLimit)
+            return false;
+        std::size_t lists = before - own;
+        context.memory = &lists;
         std::optional<Finding> finding;
         Result<Object> object = decodeObject(record, context, &finding);
+        limits.take(before - lists);
         if (!object) {
-            drawing.findings.push_back({objectPlace(place.handle), object.error().reason + "; left out",
-                                        place.offset + object.error().offset});
-            return;
+            addFinding(drawing.findings, {objectPlace(place.handle), object.error().reason + "; left out",
+                                          place.offset + object.error().offset});
+            return true;
         }
-        if (object->handle != place.handle) {
-            skip(place, "bears another handle than in the object map");
-            return;
-        }
+        if (object->handle != place.handle)
+            return skip(place, "bears another handle than in the object map");
         if (finding) {
             finding->offset += place.offset;
-            drawing.findings.push_back(std::move(*finding));
+            addFinding(drawing.findings, std::move(*finding));
         }
         drawing.add(std::move(*object));
+        return true;
     }
 
     ByteView bytes;
     Drawing& drawing;
     ObjectContext context;
+    ReadingLimits& limits;
+    bool overLimit = false;
     /// Records don't overlap, so this many bytes at most can still belong to one.
     std::size_t left;
 };
+
+/// The map itself isn't needed any longer then.
+Result<std::vector<ObjectPlaceInFile>> readPlaces(const DrawingFile& file, const ReadingLimits& limits,
+                                                  Findings& findings) {
+    const Result<Bytes> map = file.section(section::handles, &findings);
+    if (!map)
+        return map.error();
+    return readObjectMap(*map, findings, limits.places());
+}
 
 } // namespace
 
@@ -89,22 +113,27 @@ Result<Drawing> readDrawing(const DrawingFile& file) {
         if (classes)
             drawing.classes = std::move(*classes);
         else
-            drawing.findings.push_back({std::string(section::classes), classes.error().reason, classes.error().offset});
+            addFinding(drawing.findings,
+                       {std::string(section::classes), classes.error().reason, classes.error().offset});
     } else {
-        drawing.findings.push_back({std::string(section::classes), section.error().reason, section.error().offset});
+        addFinding(drawing.findings, {std::string(section::classes), section.error().reason, section.error().offset});
     }
 
-    const Result<Bytes> map = file.section(section::handles, &drawing.findings);
-    if (!map)
-        return map.error();
+    ReadingLimits limits(file.source().size());
+    const auto places = readPlaces(file, limits, drawing.findings);
+    if (!places)
+        return places.error();
     const Result<Bytes> objects = file.section(section::objects, &drawing.findings);
     if (!objects)
         return objects.error();
-    ObjectLoader loader(*objects, drawing);
-    for (const ObjectPlaceInFile& place : readObjectMap(*map, drawing.findings)) {
+    limits.take(objects->size() + places->size() * sizeof(ObjectPlaceInFile));
+    ObjectLoader loader(*objects, drawing, limits);
+    for (const ObjectPlaceInFile& place : *places) {
         if (!loader.load(place))
             break;
     }
+    if (loader.isOverLimit())
+        return Error{ErrorKind::tooLarge, "the objects take more memory than a file of this size may ask for", 0};
     resolveLinks(drawing);
     return drawing;
 }

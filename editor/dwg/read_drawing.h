@@ -5,7 +5,8 @@
 
 namespace dwg {
 
-/// Reads all objects of a drawing: an error where there is no object map or the file can't be read. Everything else
+/// Reads all objects of a drawing: an error where there is no object map or the file can't be read, `tooLarge`
+/// where the objects would take far more memory than the size of the file tells. Everything else
 /// that is wrong becomes a finding of the drawing: an object that can't be read is left out, a chain that can't be
 /// followed is put together from the entities that name its owner.
 Result<Drawing> readDrawing(const DrawingFile& file);

@@ -1,4 +1,5 @@
 #include "editor/dwg/read_drawing.h"
+#include "editor/dwg/reading_limits.h"
 
 #include <unordered_set>
 
@@ -56,8 +57,8 @@ private:
     }
 
     void report(const Object& owner, Handle member) {
-        drawing.findings.push_back(
-            {objectPlace(owner.handle), "its entities lead to " + objectPlace(member) + ", which isn't its own", 0});
+        addFinding(drawing.findings, {objectPlace(owner.handle),
+                                      "its entities lead to " + objectPlace(member) + ", which isn't its own", 0});
     }
 
     /// The chain that the ends name. Where it leads astray it ends.
@@ -101,9 +102,10 @@ private:
         members = drawing.release <= Release::r2000 ? followed(owner, ends, parts) : checked(owner, members, parts);
         if (members.size() >= owned.size())
             return;
-        drawing.findings.push_back(
-            {objectPlace(owner.handle),
-             std::to_string(owned.size() - members.size()) + " entities are its own and not in its list; added", 0});
+        addFinding(drawing.findings,
+                   {objectPlace(owner.handle),
+                    std::to_string(owned.size() - members.size()) + " entities are its own and not in its list; added",
+                    0});
         const std::unordered_set<Handle> met(members.begin(), members.end());
         for (const Handle handle : owned) {
             if (!met.contains(handle))

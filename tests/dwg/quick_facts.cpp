@@ -180,7 +180,8 @@ TEST(ObjectMaps, aHandleIsFoundInThePageThatHoldsIt) {
     for (std::uint32_t i = 0; i < 5000; ++i)
         places.emplace_back(Handle{3 * i + 1}, 100 + i);
     const Bytes map = writeObjectMap(places);
-    for (const auto& [handle, offset] : places) {
+    for (std::size_t i = 0; i < places.size(); i += 7) {
+        const auto& [handle, offset] = places[i];
         EXPECT_EQ(findInObjectMap(map, handle), std::optional<std::uint64_t>(offset));
         EXPECT_EQ(findInObjectMap(map, handle + 1), std::nullopt);
     }
