@@ -3,6 +3,7 @@
 #include "editor/application/editor.h"
 #include "editor/application/search_path.h"
 #include "editor/application/text.h"
+#include "editor/database/left_out.h"
 
 #include <algorithm>
 #include <array>
@@ -48,6 +49,8 @@ void save(Editor& editor, Document& document, const std::wstring& file, AcDb::Ac
         throw CommandFailed{L"\"" + file + L"\" is opened read-only and can be saved under another name only."};
     if (const int status = document.saveAs(file, version); status != eOk)
         throw CommandFailed{L"Can't save \"" + file + L"\": " + statusText(status) + L"."};
+    for (const std::wstring& line : leftOutMessages(*document.database()))
+        editor.console().printLine(line);
     editor.window().documentsChanged();
 }
 

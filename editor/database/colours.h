@@ -20,4 +20,10 @@ Rgb colourOfIndex(std::uint16_t index);
 /// The index (1 to 255) whose colour lies nearest, by the sum of squares; of several equal ones the lowest.
 std::uint16_t nearestIndex(Rgb colour);
 
+/// The same for a true colour as drawings store it: red, green and blue in the lowest 24 bits.
+inline std::int16_t nearestIndexOf(std::uint32_t rgb) {
+    const auto byte = [rgb](unsigned shift) { return static_cast<std::uint8_t>(rgb >> shift); };
+    return static_cast<std::int16_t>(nearestIndex({byte(16), byte(8), byte(0)}));
+}
+
 } // namespace editor

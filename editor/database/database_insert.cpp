@@ -1,6 +1,8 @@
 #include "editor/database/cloning.h"
+#include "editor/database/colours.h"
 #include "editor/database/database_state.h"
 #include "editor/database/names.h"
+#include "editor/dwg/convert_drawing.h"
 
 #include <algorithm>
 
@@ -32,6 +34,20 @@ bool isSameFile(const std::wstring& one, const std::wstring& other) {
     return !one.empty() && !other.empty() && std::filesystem::equivalent(dwg::pathOf(one), dwg::pathOf(other), failure);
 }
 
+/// A copy of a drawing in the form of another release, what is erased in it included.
+void convertInto(const AcDbDatabase::Impl& from, AcDbDatabase::Impl& into, dwg::Release release) {
+    auto converted = dwg::convertDrawing(from.drawing, from.header, release,
+                                         [](std::uint32_t rgb) { return editor::nearestIndexOf(rgb); });
+    into.drawing = std::move(converted.drawing);
+    into.header = std::move(converted.header);
+    into.leftOut = std::move(converted.leftOut);
+    into.file = from.file;
+    into.adopt();
+    for (const auto& object : into.drawing.objects())
+        if (from.isErased(object->handle))
+            into.markErased(object->handle, true);
+}
+
 } // namespace
 
 int AcDbDatabase::insert(AcDbObjectId& id, const wchar_t* blockName, AcDbDatabase* source, bool) {
@@ -42,8 +58,13 @@ int AcDbDatabase::insert(AcDbObjectId& id, const wchar_t* blockName, AcDbDatabas
         return Acad::eNoDatabase;
     if (source == this || isSameFile(state->file, source->state->file))
         return Acad::eSelfReference;
-    if (source->state->drawing.release != state->drawing.release)
-        return Acad::eUnsupportedFileFormat;
+    if (source->state->drawing.release != state->drawing.release) {
+        AcDbDatabase converted(false);
+        convertInto(*source->state, *converted.state, state->drawing.release);
+        const int status = insert(id, blockName, &converted);
+        state->leftOut = converted.state->leftOut;
+        return status;
+    }
 
     const dwg::Handle existing = state->findRecord(blockControl, blockName);
     if (existing != 0 && state->isIndispensable(*state->drawing.find(existing)))

@@ -58,11 +58,6 @@ void setMissingExtents(const AcDbDatabase& database, dwg::HeaderVariables& heade
     header.EXTMAX = editor::fromPoint(box.highest);
 }
 
-std::int16_t nearestIndexOf(std::uint32_t rgb) {
-    const auto byte = [rgb](unsigned shift) { return static_cast<std::uint8_t>(rgb >> shift); };
-    return static_cast<std::int16_t>(editor::nearestIndex({byte(16), byte(8), byte(0)}));
-}
-
 /// Up to 2000 the summary lies among the objects, from 2004 on beside them.
 void moveSummary(AcDbDatabase::Impl& database, dwg::Drawing& converted, dwg::DrawingParts& parts) {
     const bool wasRecord = database.drawing.release < dwg::Release::r2004;
@@ -85,7 +80,7 @@ void moveSummary(AcDbDatabase::Impl& database, dwg::Drawing& converted, dwg::Dra
 dwg::Result<dwg::Bytes> encode(AcDbDatabase::Impl& database, dwg::Release release, dwg::DrawingParts& parts) {
     database.leftOut.clear();
     if (release != database.drawing.release) {
-        auto converted = dwg::convertDrawing(database.drawing, parts.header, release, nearestIndexOf);
+        auto converted = dwg::convertDrawing(database.drawing, parts.header, release, editor::nearestIndexOf);
         parts.header = converted.header;
         moveSummary(database, converted.drawing, parts);
         parts.header.HANDSEED = converted.drawing.handleSeed();

@@ -179,31 +179,7 @@ bool hasSameBits(const Object& object, std::wstring_view className, const Recodi
         sameBits, [&](const SameBits& same) { return same.name == className && within(same.first, same.last); });
 }
 
-/// R14 has classes for what became fixed types.
-bool recodeEarlyPolyline(Object& object, const RecodingContext& context) {
-    const CodePage codePage(context.drawing.codePage);
-    const Carried& carried = *object.as<Carried>();
-    ObjectReader reader(context.from, object.handle, codePage);
-    reader.data = BitReader(carried.bits.bytes, 0, carried.bits.count);
-    LightweightPolyline polyline;
-    transfer(reader, polyline, object_type::lightweightPolyline);
-    if (!atEnd(reader))
-        return false;
-    object.type = object_type::lightweightPolyline;
-    object.body = std::move(polyline);
-    return true;
-}
-
-constexpr std::uint16_t hatchType = 78;
-
 bool recodeClass(Object& object, std::wstring_view name, const RecodingContext& context) {
-    if (name == L"LWPOLYLINE")
-        return recodeEarlyPolyline(object, context);
-    if (name == L"HATCH") {
-        const bool done = recode<HatchFields>(object, context);
-        object.type = done ? hatchType : object.type;
-        return done;
-    }
     if (name == L"DICTIONARYVAR")
         return recode<DictionaryVariableFields>(object, context);
     if (name == L"IMAGE" || name == L"WIPEOUT")
@@ -242,7 +218,7 @@ bool recodeCarried(Object& object, const RecodingContext& context) {
         return recode<ToleranceFields>(object, context);
     case group:
         return recode<GroupFields>(object, context);
-    case hatchType:
+    case object_type::hatch:
         return recode<HatchFields>(object, context);
     default:
         return recodeClass(object, name, context);

@@ -1,5 +1,6 @@
 // Drawings saved in the releases that are written, their own and others.
 
+#include "editor/database/left_out.h"
 #include "editor/dwg/facts.h"
 #include "editor/dwg/image_section.h"
 #include "editor/dwg/objects_codec.h"
@@ -8,6 +9,10 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <unistd.h>
 
 using namespace tests;
 using namespace dwg::object_type;
@@ -264,6 +269,26 @@ TEST(SaveAs, aFileThatCannotBeReplacedStaysAsItIs) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "and nothing is left beside";
 }
 
+TEST(SaveAs, aFullDiskLeavesTheOldFile) {
+    const TemporaryFolder folder;
+    const auto file = folder.path() / "a.dwg";
+    AcDbDatabase made;
+    fill(made);
+    ASSERT_EQ(made.saveAs(file.wstring().c_str(), false, AcDb::kDHL_1032), eOk);
+    const std::string old = readFile(file);
+    // No file of this process may grow beyond a few bytes.
+    const auto saveWithoutRoom = [&] {
+        ::signal(SIGXFSZ, SIG_IGN);
+        const rlimit few{100, 100};
+        ::setrlimit(RLIMIT_FSIZE, &few);
+        const int status = made.saveAs(file.wstring().c_str(), true, AcDb::kDHL_1032);
+        ::_exit(status == Acad::eFileAccessErr ? 0 : 1);
+    };
+    EXPECT_EXIT(saveWithoutRoom(), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(readFile(file), old);
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 1) << "and nothing is left beside";
+}
+
 TEST(SaveInAnotherRelease, whatCannotBeToldIsLeftOutByTypeAndHandle) {
     const TemporaryFolder folder;
     const auto file = folder.path() / "a.dwg";
@@ -291,6 +316,7 @@ TEST(SaveInAnotherRelease, whatCannotBeToldIsLeftOutByTypeAndHandle) {
     EXPECT_TRUE(made.impl()->leftOut.empty()) << "its own release has room for it";
     ASSERT_EQ(made.saveAs(file.wstring().c_str(), false, AcDb::kDHL_1032), eOk);
     EXPECT_EQ(made.impl()->leftOut, (std::vector<dwg::LeftOut>{{"STRANGE", {handle}}}));
+    EXPECT_EQ(editor::leftOutMessages(made), std::vector<std::wstring>{L"1 object of type STRANGE was left out."});
     EXPECT_NE(drawing.find(handle), nullptr) << "the drawing in memory keeps it";
     AcDbDatabase read(false);
     ASSERT_EQ(read.readDwgFile(file.wstring().c_str()), eOk);
