@@ -10,8 +10,8 @@ struct Item {
     int row = 0; ///< before the sort
 };
 
-/// Merges neighbouring runs of growing length. It looks at each pair once at most and never beyond a run, whatever the
-/// comparison says, which the sorts of the standard library do not promise.
+/// Merges neighbouring runs of growing length. It never looks beyond a run, whatever the comparison says, which the
+/// sorts of the standard library do not promise.
 void MergeSort(std::vector<Item>& items, const std::function<bool(const void*, const void*)>& less) {
     std::vector<Item> merged(items.size());
     for (std::size_t run = 1; run < items.size(); run *= 2) {
@@ -116,7 +116,10 @@ int ListModel::FindData(const void* data) const {
 }
 
 void ListModel::Sort(const std::function<bool(const void*, const void*)>& less) {
-    if (rows.size() < 2)
+    bool ordered = true;
+    for (std::size_t row = 1; row < rows.size() && ordered; ++row)
+        ordered = !less(rows[row].data, rows[row - 1].data);
+    if (ordered)
         return;
     emit layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     std::vector<Item> order(rows.size());
