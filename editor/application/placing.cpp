@@ -4,6 +4,7 @@
 #include "editor/application/editor.h"
 #include "editor/database/attributes.h"
 
+#include <cmath>
 #include <memory>
 #include <vector>
 
@@ -13,6 +14,11 @@ namespace {
 
 double& axisOf(AcGeVector3d& vector, wchar_t axis) {
     return axis == L'X' ? vector.x : axis == L'Y' ? vector.y : vector.z;
+}
+
+AcGeVector3d turnedBy(const AcGeVector3d& vector, double angle) {
+    const double cosine = std::cos(angle), sine = std::sin(angle);
+    return {vector.x * cosine - vector.y * sine, vector.x * sine + vector.y * cosine, vector.z};
 }
 
 } // namespace
@@ -48,18 +54,16 @@ AcGePoint3d Placing::askForPoint(AcDbObjectId block) {
         const auto answer = line.getPoint(L"Specify insertion point or [Basepoint/Scale/X/Y/Z/Rotate]: ", options);
         if (answer.value)
             return *answer.value;
-        preset(answer.keyword, block);
+        preset(answer.keyword);
     }
 }
 
-void Placing::preset(const std::wstring& option, AcDbObjectId block) {
+void Placing::preset(const std::wstring& option) {
     if (option == L"Basepoint") {
-        const auto base = line.getPoint(L"Specify base point: ").value;
-        AcDbBlockTableRecord* record = nullptr;
-        if (acdbOpenObject(record, block, AcDb::kForWrite) != eOk)
-            return;
-        record->setOrigin(*base);
-        record->close();
+        // Given on the block as it is shown with its own base at the origin.
+        const AcGePoint3d base = *line.getPoint(L"Specify base point: ").value;
+        const AcGeVector3d turned = turnedBy(base - AcGePoint3d::kOrigin, -rotation.value_or(shownRotation));
+        grip = {turned.x / shownScale.x, turned.y / shownScale.y, turned.z / shownScale.z};
     } else if (option == L"Rotate" || option == L"PRotate") {
         const double angle = askForRotation(L"Specify rotation angle <0>: ", std::nullopt);
         if (option == L"Rotate")
@@ -126,7 +130,8 @@ double Placing::askForRotation(const std::wstring& prompt, const std::optional<A
 }
 
 AcDbObjectId Placing::add(AcDbObjectId block, const AcGePoint3d& point) {
-    auto reference = std::make_unique<AcDbBlockReference>(point, block);
+    const AcGeVector3d toGrip = turnedBy({grip.x * scale.x, grip.y * scale.y, grip.z * scale.z}, *rotation);
+    auto reference = std::make_unique<AcDbBlockReference>(point + toGrip * -1, block);
     reference->setScaleFactors(scale);
     reference->setRotation(*rotation);
     const AcDbObjectId added = addToModelSpace(*acdbHostApplicationServices()->workingDatabase(), std::move(reference));

@@ -11,7 +11,8 @@ namespace editor {
 class Editor;
 
 /// The questions with which a block reference is placed: where, how large, how turned. Options ahead of the point set
-/// size and turn for good (Scale, X, Y, Z, Rotate), or only for the ghost that follows the pointer (PScale ...).
+/// size and turn for good (Scale, X, Y, Z, Rotate), or only for the ghost that follows the pointer (PScale ...);
+/// Basepoint has this one reference held by another point than the definition's own.
 class Placing {
 public:
     explicit Placing(Editor& running);
@@ -24,7 +25,7 @@ public:
 
 private:
     AcGePoint3d askForPoint(AcDbObjectId block);
-    void preset(const std::wstring& option, AcDbObjectId block);
+    void preset(const std::wstring& option);
     void askForScale(const AcGePoint3d& point);
     double askForFactor(const std::wstring& prompt, double byDefault, const std::optional<AcGePoint3d>& base);
     double askForRotation(const std::wstring& prompt, const std::optional<AcGePoint3d>& base);
@@ -37,6 +38,7 @@ private:
     AcGeVector3d scale{1, 1, 1}, shownScale{1, 1, 1};
     std::optional<double> rotation;
     double shownRotation = 0;
+    AcGeVector3d grip; ///< the point that is placed, from the definition's base point, in its own units
 };
 
 } // namespace editor

@@ -166,6 +166,7 @@ void Journal::exchange(dwg::Handle handle, Image& image) {
 }
 
 void Journal::exchange(Group& group) {
+    database.forgetUsedLayers();
     for (auto& [handle, image] : group.objects)
         exchange(handle, image);
     for (auto& [handle, wasErased] : group.erasures) {
