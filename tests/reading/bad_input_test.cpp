@@ -93,9 +93,10 @@ TEST_F(BadInput, ABitmapFileThatLiesIsSurvivedToo) {
 }
 
 TEST_F(BadInput, SectionsAndEntriesThatPointAnywhereAreSurvived) {
-    for (const std::uint32_t address : kNumbers)
-        for (const std::uint32_t start : {0U, 13U, 48U, 0x7fffffffU, 0xffffffffU})
-            for (const std::uint32_t size : kNumbers) {
+    constexpr std::uint32_t places[] = {0, 13, 48, 65536, 0x7fffffff, 0xffffffff};
+    for (const std::uint32_t address : places)
+        for (const std::uint32_t start : places)
+            for (const std::uint32_t size : places) {
                 DrawingBuilder drawing("AC1018");
                 drawing.entryAt(1, start, size).entryAt(2, start, size).entryAt(6, size, start).address(address);
                 examine(drawing);
@@ -104,8 +105,6 @@ TEST_F(BadInput, SectionsAndEntriesThatPointAnywhereAreSurvived) {
 }
 
 TEST_F(BadInput, APngOf65536PixelsWidthHasAPreviewOfTheLow16Bits) {
-    const auto preview = DecodePng(std::span(reinterpret_cast<const std::uint8_t*>(""), 0));
-    EXPECT_FALSE(preview);
     const std::string png = plainPng(65536, 1, 0x00ff00);
     const auto decoded = DecodePng(std::span(reinterpret_cast<const std::uint8_t*>(png.data()), png.size()));
     ASSERT_TRUE(decoded);
