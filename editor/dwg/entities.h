@@ -147,29 +147,31 @@ struct AttributeDefinition {
     bool operator==(const AttributeDefinition&) const = default;
 };
 
+/// What is stored of the columns of a paragraph, from 2018 on.
+struct TextColumns {
+    static constexpr std::uint16_t dynamic = 2;
+
+    std::uint16_t version = 0;
+    bool defaultFlag = true;
+    HandleRef application{handle_code::hardPointer};
+    /// Copies of fields of the text.
+    std::uint32_t attachment = 1;
+    Point3 xDirection{1, 0, 0}, insertion;
+    double rectangleWidth = 0, rectangleHeight = 0, extentsWidth = 0, extentsHeight = 0;
+    /// 0 none, 1 static, 2 dynamic.
+    std::uint16_t type = 0;
+    std::uint32_t count = 0;
+    double width = 0, gutter = 0;
+    bool automaticHeight = false, reversed = false;
+    std::vector<double> heights;
+    bool operator==(const TextColumns&) const = default;
+};
+
 struct MultilineText {
     static constexpr std::uint32_t backgroundColor = 0x01; ///< bits of backgroundFlags
     static constexpr std::uint32_t backgroundFrame = 0x10;
 
-    /// What is stored of columns, from 2018 on.
-    struct Columns {
-        static constexpr std::uint16_t dynamic = 2;
-
-        std::uint16_t version = 0;
-        bool defaultFlag = true;
-        HandleRef application{handle_code::hardPointer};
-        /// Copies of fields of the text.
-        std::uint32_t attachment = 1;
-        Point3 xDirection{1, 0, 0}, insertion;
-        double rectangleWidth = 0, rectangleHeight = 0, extentsWidth = 0, extentsHeight = 0;
-        /// 0 none, 1 static, 2 dynamic.
-        std::uint16_t type = 0;
-        std::uint32_t count = 0;
-        double width = 0, gutter = 0;
-        bool automaticHeight = false, reversed = false;
-        std::vector<double> heights;
-        bool operator==(const Columns&) const = default;
-    };
+    using Columns = TextColumns;
 
     Point3 insertion;
     Point3 extrusion = zAxis;
