@@ -37,3 +37,7 @@ endif()
 if(TESSARO_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
+
+# A linker that takes shared libraries only as needed looks from left to right, and CMake names the host ahead of the
+# rooms that a target reaches through others.
+add_link_options(-Wl,--no-as-needed)
