@@ -102,13 +102,12 @@ std::unique_ptr<AcDbObject> makeInterfaceObject(AcDbDatabase* database, const dw
 }
 
 const dwg::RecordHead* recordHead(const dwg::Object& object) {
-    return object.body.visit(
-        [](const auto& body) -> const dwg::RecordHead* {
-            if constexpr (requires { body.head; })
-                return &body.head;
-            else
-                return nullptr;
-        });
+    return object.body.visit([](const auto& body) -> const dwg::RecordHead* {
+        if constexpr (requires { body.head; })
+            return &body.head;
+        else
+            return nullptr;
+    });
 }
 
 dwg::RecordHead* recordHead(dwg::Object& object) {

@@ -17,7 +17,8 @@ public:
     Release release() const { return fileRelease; }
     /// Maintenance number of the release that saved the file (byte 0x0B).
     std::uint8_t maintenance() const { return fileMaintenance; }
-    /// The number of the code page of narrow text as drawings count them: 28 is Windows-1250, 29 is 1251, 30 is 1252 ...
+    /// The number of the code page of narrow text as drawings count them: 28 is Windows-1250, 29 is 1251, 30 is 1252
+    /// ...
     std::uint16_t codePage() const { return fileCodePage; }
     /// File offset of the image section; 0 where there is none.
     std::uint32_t imageAddress() const { return fileImageAddress; }

@@ -84,8 +84,8 @@ struct EntityData {
 
 struct Object {
     Handle handle = 0;
-    /// Number of the type; from 500 on a class of the drawing it lies in. What is fixed since 2000 bears the fixed number
-    /// in drawings of R13 and R14 too, where it is stored as a class.
+    /// Number of the type; from 500 on a class of the drawing it lies in. What is fixed since 2000 bears the fixed
+    /// number in drawings of R13 and R14 too, where it is stored as a class.
     std::uint16_t type = 0;
     /// For an entity that lies in model or paper space the block record of that space, else as stored.
     HandleRef owner{handle_code::softPointer};

@@ -27,7 +27,7 @@ int SetIniInt(const std::wstring& section, const std::wstring& key, int value, c
 /// False where there was no image.
 bool ForgetIniFile(const std::wstring& file);
 /// False where there is no image, or the file can't be opened in 50 attempts 100 ms apart, or can't be written. With
-/// `backup` the old file becomes .bk1 beside it and earlier backups move up to .bk9. A process that dies meanwhile leaves
-/// the whole old file or the whole new one, except that where the folder takes no new file or no second name for the old
-/// one, the file may be missing or broken off while .bk1 is whole.
+/// `backup` the old file becomes .bk1 beside it and earlier backups move up to .bk9. A process that dies meanwhile
+/// leaves the whole old file or the whole new one, except that where the folder takes no new file or no second name for
+/// the old one, the file may be missing or broken off while .bk1 is whole.
 bool WriteIniFile(const std::wstring& file, bool backup, const platform::Sleeper& sleep = platform::SleepFor);

@@ -16,7 +16,8 @@ struct LoaderWaits {
     std::chrono::milliseconds kick{500};       ///< for `kickevent`
     std::chrono::milliseconds deletePoll{125}; ///< between two looks at `pause`
 };
-/// The waits of the threads that are started without others of their own; a long run may want shorter ones. Main thread.
+/// The waits of the threads that are started without others of their own; a long run may want shorter ones. Main
+/// thread.
 LoaderWaits UsualLoaderWaits();
 void SetUsualLoaderWaits(LoaderWaits waits);
 

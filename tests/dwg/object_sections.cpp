@@ -20,7 +20,8 @@ Bytes guarded(const Bytes& content) {
 
 TEST(ObjectClasses, AreReadBackAsWritten) {
     Findings findings;
-    const auto classes = readClasses(guarded(encodeClasses(someClasses(), CodePage())), Release::r2000, 0, CodePage(), findings);
+    const auto classes =
+        readClasses(guarded(encodeClasses(someClasses(), CodePage())), Release::r2000, 0, CodePage(), findings);
     ASSERT_TRUE(classes.ok());
     EXPECT_EQ(*classes, someClasses());
     EXPECT_TRUE(findings.empty());
@@ -30,7 +31,8 @@ TEST(ObjectClasses, TheClosingNullOfATextIsDropped) {
     auto closed = someClasses();
     closed[0].dxfName.push_back(L'\0');
     Findings findings;
-    const auto classes = readClasses(guarded(encodeClasses(closed, CodePage())), Release::r2000, 0, CodePage(), findings);
+    const auto classes =
+        readClasses(guarded(encodeClasses(closed, CodePage())), Release::r2000, 0, CodePage(), findings);
     ASSERT_TRUE(classes.ok());
     EXPECT_EQ(*classes, someClasses());
 }
@@ -57,7 +59,8 @@ TEST(ObjectClasses, CutAnywhereTheyAreAnErrorOrAShorterList) {
     const Bytes section = guarded(encodeClasses(someClasses(), CodePage()));
     for (std::size_t size = 0; size < section.size(); ++size) {
         Findings findings;
-        const auto read = readClasses(Bytes(section.begin(), section.begin() + static_cast<std::ptrdiff_t>(size)), Release::r2000, 0, CodePage(), findings);
+        const auto read = readClasses(Bytes(section.begin(), section.begin() + static_cast<std::ptrdiff_t>(size)),
+                                      Release::r2000, 0, CodePage(), findings);
         EXPECT_TRUE(!read.ok() || read->size() <= 2) << size;
     }
     Bytes longer = section;
