@@ -88,6 +88,8 @@ private:
             platform::CallOnMainThread([&] {
                 BrowserWindow* const window = theBlockDlg;
                 const HopBudget budget;
+                // A delete may have emptied the list, and freed it of its Directory, since the call before.
+                TakeBlockRows(directory);
                 while (window != nullptr && rows.size() < directory.blocks.size()) {
                     rows.push_back(window->InsertBlockRow(reserved));
                     if (budget.Spent())
@@ -107,6 +109,7 @@ private:
             platform::CallOnMainThread([&] {
                 BrowserWindow* const window = theBlockDlg;
                 const HopBudget budget;
+                TakeBlockRows(directory);
                 do {
                     if (window != nullptr && Shown())
                         FillRow(*window, *row, **place);

@@ -6,6 +6,8 @@
 #include "tessaro/platform/Text.h"
 #include "tessaro/platform/Time.h"
 
+#include "tessaro/reading/DirectoryUsers.h"
+
 #include <gmock/gmock.h>
 
 #include <atomic>
@@ -320,6 +322,23 @@ TEST_F(LoadDirTest, RowsThatADeleteEmptiesDuringTheFillAreMissingAndTheDirectory
     EXPECT_THAT(window.blockRows, IsEmpty());
     EXPECT_THAT(Examined(), ElementsAre("a/k", "a/l", "a/m"));
     EXPECT_TRUE(directory->loaded);
+}
+
+TEST_F(LoadDirTest, RowsThatAreInsertedBehindADeleteGoWithTheBlocksOfTheirFiles) {
+    Directory* const directory = AddFolder("a", {"k", "l", "m"});
+    currentDirectory = directory;
+    window.onBlockRowInserted = [this] {
+        window.onBlockRowInserted = nullptr;
+        EmptyBlockRows(window);
+    };
+    EXPECT_EQ(LoadDir(directory), kDone);
+    ASSERT_FALSE(window.blockRows.empty());
+    std::filesystem::remove(folder.path() / "a" / "k.dwg");
+    currentDirectory = nullptr;
+    directory->loaded = false;
+    EXPECT_EQ(LoadDir(directory), kDone);
+    EXPECT_EQ(directory->blocks.size(), 2u);
+    EXPECT_THAT(window.blockRows, IsEmpty());
 }
 
 TEST_F(LoadDirTest, AFillWhoseDirectoryIsLeftStopsWithoutAnInterruption) {

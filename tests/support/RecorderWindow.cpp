@@ -36,6 +36,8 @@ int RecorderWindow::InsertBlockRow(const std::wstring& text) {
     BlockRow row;
     row.text = text;
     placeholderRows += text == L"12345678" ? 1 : 0;
+    if (onBlockRowInserted)
+        onBlockRowInserted();
     blockRows.push_back(row);
     return static_cast<int>(blockRows.size()) - 1;
 }

@@ -43,6 +43,7 @@ public:
     std::function<void(Directory*)> onSelect; ///< the notification of a selected row
     std::function<void()> onStore;
     std::function<void(int row)> onBlockRowFilled;
+    std::function<void()> onBlockRowInserted;
     std::function<void(int id)> onCommand;
     std::function<void(int column, const std::wstring& text)> onDirectoryCell;
 
