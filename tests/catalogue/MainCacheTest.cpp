@@ -3,6 +3,7 @@
 #include "tests/catalogue/SettingsFixture.h"
 
 #include "tessaro/catalogue/CacheMessages.h"
+#include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/MainCache.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
@@ -166,6 +167,24 @@ TEST_F(MainCache, ReadOnlySettingsAreReadWhateverTheStampSays) {
     std::filesystem::permissions(folder.path() / "tessaro35.ini", std::filesystem::perms::owner_read);
     LoadIni();
     EXPECT_THAT(Paths(), ElementsAre(L"/windows"));
+}
+
+TEST_F(MainCache, WithReadOnlySettingsPicturesAreKeptFromStartToStartAllTheSame) {
+    WriteSettings(OnePath("/a"), kStamp);
+    std::filesystem::permissions(folder.path() / "tessaro35.ini", std::filesystem::perms::owner_read);
+    LoadIni();
+    ASSERT_EQ(directories.size(), 1u);
+    directories.front()->SmallForWrite().Add(Picture(kSmallWidth, kSmallHeight));
+    SaveDirCache(*directories.front());
+    const std::string before = Disk();
+    SaveIni(true);
+    EXPECT_EQ(Disk(), before);
+    Forget();
+    LoadIni();
+    EXPECT_THAT(Paths(), ElementsAre(L"/a"));
+    LoadDirCache(*directories.front());
+    EXPECT_EQ(directories.front()->smallImages->Count(), 2);
+    EXPECT_THAT(told.lines, IsEmpty());
 }
 
 TEST_F(MainCache, WithoutSettingsTheCatalogueIsEmptiedWithItsCacheFiles) {
