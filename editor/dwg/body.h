@@ -2,7 +2,9 @@
 
 #include "editor/dwg/boxed.h"
 #include "editor/dwg/entities.h"
+#include "editor/dwg/entities_curve.h"
 #include "editor/dwg/entities_dimension.h"
+#include "editor/dwg/entities_hatch.h"
 #include "editor/dwg/records.h"
 
 #include <type_traits>
@@ -56,9 +58,9 @@ public:
 private:
     OneOf<Carried, Line, Circle, Arc, Ellipse, PointEntity, Solid, Face3d, Ray, LightweightPolyline, Text, Attribute,
           AttributeDefinition, MultilineText, Insert, Polyline2d, Polyline3d, PolyfaceMesh, PolygonMesh, Vertex2d,
-          Vertex3d, PolyfaceFace, BlockBegin, BlockEnd, SequenceEnd, Dimension, TableControl, BlockControl, BlockHeader,
-          Layer, Linetype, TextStyle, ViewportRecord, ApplicationRecord, OtherRecord, Dictionary, DataRecord,
-          Placeholder, Layout>
+          Vertex3d, PolyfaceFace, BlockBegin, BlockEnd, SequenceEnd, Dimension, Hatch, Spline, Leader, TableControl,
+          BlockControl, BlockHeader, Layer, Linetype, TextStyle, ViewportRecord, ApplicationRecord, OtherRecord,
+          Dictionary, DataRecord, Placeholder, Layout>
         content;
 };
 

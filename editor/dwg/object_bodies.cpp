@@ -78,6 +78,12 @@ Body emptyBody(std::uint16_t type, const ObjectClass* objectClass) {
         return Solid{};
     case ellipse:
         return Ellipse{};
+    case spline:
+        return Spline{};
+    case leader:
+        return Leader{};
+    case hatch:
+        return Hatch{};
     case ray:
     case constructionLine:
         return Ray{};

@@ -64,6 +64,7 @@ public:
     /// The number of elements that follow, each of at least `leastBits` in the data stream.
     template <class Vector> void sizeBl(Vector& vector, std::size_t leastBits) { resize(vector, data.bl(), leastBits); }
     template <class Vector> void sizeRc(Vector& vector, std::size_t leastBits) { resize(vector, data.rc(), leastBits); }
+    template <class Vector> void sizeBs(Vector& vector, std::size_t leastBits) { resize(vector, data.bs(), leastBits); }
     /// The number of elements that follow, each a reference in the other stream or with one there.
     template <class Vector> void sizeOfItems(Vector& vector) { resizeItems(vector, data.bl()); }
     template <class Vector> void resizeItems(Vector& vector, std::size_t count) {
@@ -156,6 +157,9 @@ public:
     template <class Vector> void sizeRc(const Vector& vector, std::size_t) {
         data.rc(static_cast<std::uint8_t>(vector.size()));
     }
+    template <class Vector> void sizeBs(const Vector& vector, std::size_t) {
+        data.bs(static_cast<std::uint16_t>(vector.size()));
+    }
     template <class Vector> void sizeOfItems(const Vector& vector) {
         data.bl(static_cast<std::uint32_t>(vector.size()));
     }
@@ -206,6 +210,7 @@ public:
     template <class T> void raw(T&&, std::size_t) {}
     template <class T> void sizeBl(T&&, std::size_t) {}
     template <class T> void sizeRc(T&&, std::size_t) {}
+    template <class T> void sizeBs(T&&, std::size_t) {}
     template <class T> void sizeOfItems(T&&) {}
     template <class T> void restOfData(T&&) {}
     template <class T> void restOfTexts(T&&) {}
@@ -254,6 +259,9 @@ void writeGraphics(ObjectWriter& stream, const std::optional<std::vector<std::ui
     X(BlockEnd)                                                                                                        \
     X(SequenceEnd)                                                                                                     \
     X(Dimension)                                                                                                       \
+    X(Hatch)                                                                                                           \
+    X(Spline)                                                                                                          \
+    X(Leader)                                                                                                          \
     X(TableControl)                                                                                                    \
     X(BlockControl)                                                                                                    \
     X(BlockHeader)                                                                                                     \

@@ -198,7 +198,7 @@ bool recodeCarried(Object& object, const RecodingContext& context) {
     const std::wstring_view name = objectClass == nullptr ? std::wstring_view() : objectClass->dxfName;
     if (hasSameBits(object, name, context))
         return true;
-    constexpr std::uint16_t spline = 36, leader = 45, tolerance = 46, group = 72;
+    constexpr std::uint16_t tolerance = 46, group = 72;
     switch (object.type) {
     case object_type::dimensionStyle:
         return recode<DimensionStyleFields>(object, context);
@@ -210,16 +210,10 @@ bool recodeCarried(Object& object, const RecodingContext& context) {
         return recode<ViewportFields>(object, context);
     case object_type::view:
         return recode<ViewFields>(object, context);
-    case spline:
-        return recode<SplineFields>(object, context);
-    case leader:
-        return recode<LeaderFields>(object, context);
     case tolerance:
         return recode<ToleranceFields>(object, context);
     case group:
         return recode<GroupFields>(object, context);
-    case object_type::hatch:
-        return recode<HatchFields>(object, context);
     default:
         return recodeClass(object, name, context);
     }

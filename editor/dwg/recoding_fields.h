@@ -114,81 +114,6 @@ struct ViewFields {
     HandleRef liveSection{handle_code::softPointer};
 };
 
-struct HatchFields {
-    struct GradientColor {
-        double shift = 0;
-        NamedColor color;
-    };
-    struct Edge {
-        std::uint8_t kind = 1; ///< 1 line, 2 arc of a circle, 3 of an ellipse, 4 spline
-        Point2 first, second;
-        double radiusOrRatio = 0, startAngle = 0, endAngle = 0;
-        bool counterclockwise = false;
-        std::uint32_t degree = 0;
-        bool rational = false, periodic = false;
-        std::vector<double> knots;
-        std::vector<std::pair<Point2, double>> controlPoints;
-        std::vector<Point2> fitPoints;
-        Point2 startTangent, endTangent;
-    };
-    struct Path {
-        static constexpr std::uint32_t isPolyline = 2, isDerived = 4;
-        std::uint32_t flags = 0;
-        std::vector<Edge> edges;
-        bool bulges = false, closed = false;
-        std::vector<std::pair<Point2, double>> points;
-        std::uint32_t boundaries = 0;
-    };
-    struct Line {
-        double angle = 0;
-        Point2 base, offset;
-        std::vector<double> dashes;
-    };
-    std::uint32_t gradient = 0, reserved = 0, singleColor = 0;
-    double gradientAngle = 0, gradientShift = 0, gradientTint = 0;
-    std::vector<GradientColor> gradientColors;
-    std::wstring gradientName;
-    double elevation = 0;
-    Point3 extrusion = zAxis;
-    std::wstring name;
-    bool solid = false, associative = false;
-    std::vector<Path> paths;
-    std::uint16_t style = 0, patternType = 0;
-    double angle = 0, scale = 1;
-    bool doubled = false;
-    std::vector<Line> lines;
-    double pixelSize = 0;
-    std::vector<Point2> seeds;
-    std::vector<HandleRef> boundaries;
-};
-
-struct SplineFields {
-    static constexpr std::uint32_t byControlPoints = 1, byFitPoints = 2;
-    std::uint32_t scenario = byControlPoints, flags = 0, parametrization = 0, degree = 3;
-    double fitTolerance = 0;
-    Point3 startTangent, endTangent;
-    std::vector<Point3> fitPoints;
-    bool rational = false, closed = false, periodic = false;
-    double knotTolerance = 0, controlTolerance = 0;
-    std::vector<double> knots;
-    bool weighted = false;
-    std::vector<std::pair<Point3, double>> controlPoints;
-};
-
-struct LeaderFields {
-    bool unknown1 = false;
-    std::uint16_t annotation = 0, path = 0;
-    std::vector<Point3> points;
-    Point3 origin, extrusion = zAxis, xDirection{1, 0, 0}, blockOffset, endOffset;
-    double gap = 0.09, boxHeight = 0, boxWidth = 0;
-    bool hook = false, arrow = true;
-    std::uint16_t arrowType = 0;
-    double arrowSize = 0.18;
-    std::uint16_t color = 0, unknown4 = 0;
-    bool unknown2 = false, unknown3 = false, unknown5 = false, unknown6 = false;
-    HandleRef annotationObject{handle_code::softOwner}, style{handle_code::hardPointer};
-};
-
 struct ToleranceFields {
     std::uint16_t unknown = 0;
     double height = 0.18, gap = 0.09;
@@ -237,9 +162,6 @@ template <class Stream> void transferFields(Stream&, MultilineStyleFields&);
 template <class Stream> void transferFields(Stream&, GroupFields&);
 template <class Stream> void transferFields(Stream&, ViewportFields&);
 template <class Stream> void transferFields(Stream&, ViewFields&);
-template <class Stream> void transferFields(Stream&, HatchFields&);
-template <class Stream> void transferFields(Stream&, SplineFields&);
-template <class Stream> void transferFields(Stream&, LeaderFields&);
 template <class Stream> void transferFields(Stream&, ToleranceFields&);
 template <class Stream> void transferFields(Stream&, ImageFields&);
 template <class Stream> void transferFields(Stream&, ImageDefinitionFields&);

@@ -67,6 +67,80 @@ RecordHead someHead() {
     return {L"name", true, 3, true, {handle_code::hardPointer, 0x77}};
 }
 
+/// A path of each kind of edge and a polyline, filled with lines or solid.
+Hatch someHatch(bool solid) {
+    Hatch hatch;
+    hatch.elevation = 2;
+    hatch.extrusion = {0, 1, 0};
+    hatch.name = solid ? L"SOLID" : L"ANSI31";
+    hatch.solid = solid;
+    hatch.associative = true;
+    Hatch::Path edges;
+    edges.flags = 1 | Hatch::Path::isDerived;
+    edges.edges.resize(4);
+    edges.edges[0].first = {1, 2};
+    edges.edges[0].second = {3, 4};
+    edges.edges[1].kind = Hatch::Edge::arc;
+    edges.edges[1].first = {1, 2};
+    edges.edges[1].radiusOrRatio = 3;
+    edges.edges[1].endAngle = 1.5;
+    edges.edges[1].counterclockwise = true;
+    edges.edges[2].kind = Hatch::Edge::ellipse;
+    edges.edges[2].second = {5, 0};
+    edges.edges[2].radiusOrRatio = 0.5;
+    edges.edges[3].kind = Hatch::Edge::spline;
+    edges.edges[3].degree = 3;
+    edges.edges[3].rational = true;
+    edges.edges[3].knots = {0, 0, 1, 1};
+    edges.edges[3].controlPoints = {{{1, 2}, 1}, {{3, 4}, 0.5}};
+    edges.boundaries = {{handle_code::softPointer, 0x60}, {handle_code::softPointer, 0x61}};
+    Hatch::Path polyline;
+    polyline.flags = Hatch::Path::isPolyline;
+    polyline.closed = polyline.hasBulges = true;
+    polyline.vertices = {{{0, 0}, 0}, {{9, 0}, 0.5}, {{9, 9}, -1}};
+    polyline.boundaries = {{handle_code::softPointer, 0x62}};
+    hatch.paths = {edges, polyline};
+    hatch.patternType = 1;
+    hatch.pixelSize = 0.25;
+    hatch.seeds = {{1, 1}, {2, 3}};
+    if (!solid) {
+        hatch.angle = 0.5;
+        hatch.scale = 2;
+        hatch.lines = {{0.25, {1, 2}, {3, 4}, {1, -0.5, 0}}, {1.25, {}, {0, 1}, {}}};
+    }
+    return hatch;
+}
+
+Spline someSpline() {
+    Spline spline;
+    spline.rational = spline.weighted = true;
+    spline.knots = {0, 0, 0, 0, 1, 1, 1, 1};
+    spline.controlPoints = {{{1, 2, 3}, 1}, {{4, 5, 6}, 0.5}, {{7, 8, 9}, 2}, {{1, 1, 1}, 1}};
+    return spline;
+}
+
+Spline someFittedSpline() {
+    Spline spline;
+    spline.scenario = Spline::byFitPoints;
+    spline.flags = Spline::usualFitFlags;
+    spline.parametrization = 0;
+    spline.fitTolerance = 0.25;
+    spline.startTangent = {1, 0, 0};
+    spline.fitPoints = {{1, 2, 3}, {4, 5, 6}};
+    return spline;
+}
+
+Leader someLeader() {
+    Leader leader;
+    leader.annotation = 3;
+    leader.points = {{1, 2, 3}, {4, 5, 6}};
+    leader.origin = {1, 1, 1};
+    leader.hook = true;
+    leader.annotationObject.value = 0x70;
+    leader.style.value = 0x1D;
+    return leader;
+}
+
 std::vector<Object> everyKindOfObject() {
     using namespace object_type;
     std::vector<Object> all;
@@ -175,6 +249,13 @@ std::vector<Object> everyKindOfObject() {
         dimension.block.value = 0x60;
         entity(type, dimension);
     }
+
+    entity(hatch, someHatch(false));
+    entity(hatch, someHatch(true));
+    entity(hatch, Hatch{});
+    entity(spline, someSpline());
+    entity(spline, someFittedSpline());
+    entity(leader, someLeader());
 
     object(blockControl, BlockControl{{{2, 0x50}}, {3, 0x1F}, {3, 0x1B}});
     object(layerControl, TableControl{{{2, 0x10}, {2, 0x51}}, {}});
@@ -329,6 +410,84 @@ TEST(EntityBodies, AnyFlippedBitOfAnyReleaseIsReadOrRefused) {
             }
         }
     }
+}
+
+/// As 2018 stores it: with a gradient, and with the points that splines pass through.
+Hatch newestHatch() {
+    Hatch hatch = someHatch(true);
+    hatch.gradient = 1;
+    hatch.gradientAngle = 0.5;
+    hatch.gradientShift = 0.25;
+    hatch.singleColor = 1;
+    hatch.gradientTint = 1;
+    hatch.gradientColors.resize(2);
+    hatch.gradientColors[1].shift = 1;
+    for (Hatch::GradientColor& one : hatch.gradientColors)
+        one.color.index = 0; // from 2004 on a true colour has none
+    hatch.gradientColors[0].color.hasRgb = hatch.gradientColors[1].color.hasRgb = true;
+    hatch.gradientColors[1].color.rgb = 0x123456;
+    hatch.gradientName = L"LINEAR";
+    Hatch::Edge& spline = hatch.paths[0].edges[3];
+    spline.fitPoints = {{1, 2}, {3, 4}};
+    spline.startTangent = {1, 0};
+    spline.endTangent = {0, 1};
+    return hatch;
+}
+
+TEST(EntityBodies, AGradientIsKeptFrom2004OnAndPointsOfSplinesInAHatchFrom2010On) {
+    Drawing drawing = drawingWithClasses();
+    for (const Release release : allReleases) {
+        SCOPED_TRACE(magicOf(release));
+        drawing.release = release;
+        const ObjectContext context(drawing);
+        const Object object = entityOf(object_type::hatch, newestHatch());
+        const auto record = encodeObject(object, context);
+        ASSERT_TRUE(record.ok());
+        const auto decoded = decodeObject(record->bytes, context);
+        ASSERT_TRUE(decoded.ok());
+        Hatch expected = newestHatch();
+        if (release < Release::r2004) {
+            expected.gradient = expected.singleColor = 0;
+            expected.gradientAngle = expected.gradientShift = expected.gradientTint = 0;
+            expected.gradientColors.clear();
+            expected.gradientName.clear();
+        }
+        if (release < Release::r2010) {
+            Hatch::Edge& spline = expected.paths[0].edges[3];
+            spline.fitPoints.clear();
+            spline.startTangent = spline.endTangent = {};
+        }
+        EXPECT_TRUE(decoded->body == Body(expected));
+        EXPECT_EQ(tests::hex(encodeObject(*decoded, context)->bytes), tests::hex(record->bytes));
+    }
+}
+
+TEST(EntityBodies, ASplineTellsByItsFlagsFrom2013OnHowItWasMade) {
+    Drawing drawing = drawingWithClasses();
+    for (const Release release : {Release::r2010, Release::r2013}) {
+        drawing.release = release;
+        const ObjectContext context(drawing);
+        for (const Spline& spline : {someSpline(), someFittedSpline()}) {
+            const auto record = encodeObject(entityOf(object_type::spline, spline), context);
+            const auto decoded = decodeObject(record->bytes, context);
+            ASSERT_TRUE(decoded.ok());
+            ASSERT_NE(decoded->as<Spline>(), nullptr);
+            EXPECT_EQ(decoded->as<Spline>()->scenario, spline.scenario);
+            EXPECT_EQ(decoded->as<Spline>()->fitPoints, spline.fitPoints);
+            EXPECT_EQ(decoded->as<Spline>()->controlPoints, spline.controlPoints);
+        }
+    }
+}
+
+TEST(EntityBodies, ReferencesOfHatchesAndLeadersAreVisited) {
+    Object hatch = entityOf(object_type::hatch, someHatch(false));
+    mapReferences(hatch, [](Handle handle) { return handle == 0 ? 0 : handle + 0x100; });
+    EXPECT_EQ(hatch.as<Hatch>()->paths[0].boundaries[1].value, 0x161u);
+    EXPECT_EQ(hatch.as<Hatch>()->paths[1].boundaries[0].value, 0x162u);
+    Object leader = entityOf(object_type::leader, someLeader());
+    mapReferences(leader, [](Handle handle) { return handle == 0 ? 0 : handle + 0x100; });
+    EXPECT_EQ(leader.as<Leader>()->annotationObject.value, 0x170u);
+    EXPECT_EQ(leader.as<Leader>()->style.value, 0x11Du);
 }
 
 } // namespace

@@ -78,9 +78,9 @@ TEST(ObjectRoundTrip, OnlyTypesThatAreNotDecodedAreCarriedInRealDrawings) {
                 object->type < object_type::firstClass &&
                 (object->type <= object_type::trace || object->type == object_type::ellipse ||
                  (object->type >= object_type::ray && object->type <= object_type::dictionary) ||
+                 object->type == object_type::spline || object->type == object_type::hatch ||
                  (object->type >= object_type::multilineText && object->type <= object_type::viewportEntityHeader &&
-                  object->type != 45 && object->type != 46 && object->type != 47 &&
-                  object->type != object_type::dimensionStyleControl) ||
+                  object->type != 46 && object->type != 47 && object->type != object_type::dimensionStyleControl) ||
                  object->type == object_type::lightweightPolyline);
             EXPECT_FALSE(decoded && object->as<Carried>() != nullptr) << path << " " << typeName(*drawing, *object);
         }
