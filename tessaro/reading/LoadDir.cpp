@@ -68,7 +68,7 @@ private:
         platform::CallOnMainThread([&] {
             SetDirectoryCell(directory, kCountColumn,
                              platform::Format(L"%ld", static_cast<long>(directory.blocks.size())));
-            SetDirectoryCell(directory, kStateColumn, L"L");
+            SetDirectoryCell(directory, dirStateColumn, L"L");
             BrowserWindow* const window = theBlockDlg;
             // Rows are there only where the Directory became the shown one after the start.
             fill = window != nullptr && Shown() && window->BlockRowCount() == 0;
@@ -149,12 +149,14 @@ private:
         std::list<Block*>::iterator place;
         platform::CallOnMainThread([&] {
             loaded = directory.loaded;
-            SetDirectoryCell(directory, kStateColumn, loaded ? L"" : L"V");
+            SetDirectoryCell(directory, dirStateColumn, loaded ? L"" : L"V");
             place = directory.blocks.begin();
         });
         if (loaded)
             return;
         for (bool more = true; more;) {
+            // Also behind a last Block that was examined: a Directory that was put first meanwhile would else be taken
+            // out of the queue in this one's place.
             CheckPause();
             SetPriority();
             Changed changed;
@@ -170,7 +172,7 @@ private:
         }
         platform::CallOnMainThread([this] {
             directory.loaded = true;
-            SetDirectoryCell(directory, kStateColumn, L"");
+            SetDirectoryCell(directory, dirStateColumn, L"");
         });
     }
 
@@ -180,7 +182,7 @@ private:
         platform::CallOnMainThread([&] {
             save = !Shown() && directory.dirty && BeginSaving(&directory);
             if (save)
-                SetDirectoryCell(directory, kStateColumn, L"S");
+                SetDirectoryCell(directory, dirStateColumn, L"S");
         });
         return save;
     }

@@ -18,7 +18,7 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr int kStateColumn = 2;
+constexpr int dirStateColumn = 2;
 
 class Interleavings : public tests::LoaderTest {
 protected:
@@ -46,7 +46,7 @@ TEST_F(Interleavings, ADirectoryPutFirstBetweenAPassesEndAndTheRemovalIsRemovedI
     bool put = false;
     window.onDirectoryCell = [&](int column, const std::wstring& text) {
         // The pass tells its end by emptying the column, behind its last look at `pause`.
-        if (!put && column == kStateColumn && text.empty() && first->loaded) {
+        if (!put && column == dirStateColumn && text.empty() && first->loaded) {
             put = true;
             QueueFirst(second);
         }
@@ -158,6 +158,21 @@ TEST_F(Interleavings, AClickOnALoadedDirectoryShowsItsRowsBeforeAnotherBlockIsEx
     EXPECT_THAT(examinedByThen, ElementsAre("ready/x", "ready/y", "slow/a", "slow/b"));
     ASSERT_TRUE(ServeUntilAllLoaded());
     EXPECT_THAT(Examined(), SizeIs(5));
+}
+
+TEST_F(Interleavings, AClickWhileTheLastBlockIsExaminedIsNotLost) {
+    Directory* const slow = AddFolder("slow", {"a", "b"});
+    Directory* const clicked = AddFolder("clicked", {"x"});
+    currentDirectory = slow;
+    HoldAt("slow/b");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ShowDirectory(clicked);
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(), ElementsAre("slow/a", "slow/b", "clicked/x"));
+    ASSERT_THAT(window.blockRows, SizeIs(1));
+    EXPECT_EQ(window.blockRows[0].text, L"x");
 }
 
 TEST_F(Interleavings, AClickOnANewDirectoryShowsItsRowsBeforeItsBlocksAreExamined) {
