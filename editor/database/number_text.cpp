@@ -1,5 +1,6 @@
 #include "editor/sdk/db.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cwchar>
@@ -34,8 +35,7 @@ int acdbRToS(double value, int unit, int precision, wchar_t* text, std::size_t s
     const auto [end, error] = std::to_chars(digits, digits + sizeof digits, value, format, precisionOf(precision));
     if (error != std::errc() || static_cast<std::size_t>(end - digits) >= size)
         return RTERROR;
-    for (const char* digit = digits; digit != end; ++digit)
-        *text++ = static_cast<wchar_t>(*digit == 'e' ? 'E' : *digit);
-    *text = L'\0';
+    std::transform(&digits[0], end, text, [](char digit) { return digit == 'e' ? L'E' : static_cast<wchar_t>(digit); });
+    text[end - digits] = L'\0';
     return RTNORM;
 }
