@@ -9,7 +9,7 @@ class Directory;
 /// Rows and cells of the window, by the records that they show. Main thread.
 
 constexpr int kTypeColumn = 1, kDescriptionColumn = 2, kSizeColumn = 3, kCreatedColumn = 4, kModifiedColumn = 5;
-constexpr int kCountColumn = 1, kStateColumn = 2;
+constexpr int kCountColumn = 1, dirStateColumn = 2;
 
 /// Whether the Directory is the one that the open dialog shows. Any thread.
 bool IsShown(const Directory& directory);

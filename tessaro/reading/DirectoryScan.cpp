@@ -33,7 +33,7 @@ ScanOrder BeginScan(const Directory& directory) {
         order.internal = directory.isInternal;
         order.path = directory.path;
         if (order.first || order.rescan)
-            SetDirectoryCell(directory, kStateColumn, L"D");
+            SetDirectoryCell(directory, dirStateColumn, L"D");
     });
     return order;
 }
