@@ -53,12 +53,33 @@ bool CopyContents(int source, int target) {
     return kept && futimens(target, times) == 0 && fsync(target) == 0;
 }
 
-/// Copies to a path where nothing is or, with `replace`, over what is there; nothing is left of a copy that fails.
-bool CopyTo(const std::string& from, const std::string& to, bool replace) {
+/// Copies to a path where nothing is. The new file gets its name when it is whole, so that a process that dies leaves
+/// no part of one, unless the file system has no files without a name.
+bool CopyToNew(const std::string& from, const std::string& to) {
     const Descriptor source(open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (source.value < 0)
         return false;
-    const Descriptor target(open(to.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | (replace ? O_TRUNC : O_EXCL), 0600));
+    const Descriptor nameless(open(SplitNative(to).folder.c_str(), O_WRONLY | O_TMPFILE | O_CLOEXEC, 0600));
+    if (nameless.value >= 0) {
+        const std::string self = "/proc/self/fd/" + std::to_string(nameless.value);
+        return CopyContents(source.value, nameless.value) &&
+               linkat(AT_FDCWD, self.c_str(), AT_FDCWD, to.c_str(), AT_SYMLINK_FOLLOW) == 0;
+    }
+    const Descriptor target(open(to.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600));
+    if (target.value < 0)
+        return false;
+    if (CopyContents(source.value, target.value))
+        return true;
+    unlink(to.c_str());
+    return false;
+}
+
+/// Copies over what is there; nothing is left of a copy that fails.
+bool CopyOver(const std::string& from, const std::string& to) {
+    const Descriptor source(open(from.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    if (source.value < 0)
+        return false;
+    const Descriptor target(open(to.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
     if (target.value < 0)
         return false;
     if (CopyContents(source.value, target.value))
@@ -72,7 +93,7 @@ bool MoveByCopy(const std::string& from, const std::string& to) {
     struct stat status;
     if (stat(from.c_str(), &status) != 0 || !S_ISREG(status.st_mode) || IsReadOnly(status))
         return false;
-    if (!CopyTo(from, to, false))
+    if (!CopyToNew(from, to))
         return false;
     if (unlink(from.c_str()) == 0)
         return true;
@@ -142,7 +163,7 @@ bool BackupFile(std::wstring_view from, std::wstring_view to) {
     if (errno == EEXIST || stat(target->c_str(), &status) == 0)
         return false;
     const bool behindLink = lstat(source->c_str(), &status) == 0 && S_ISLNK(status.st_mode);
-    return behindLink ? CopyTo(*source, *target, false) : MoveFile(from, to);
+    return behindLink ? CopyToNew(*source, *target) : MoveFile(from, to);
 }
 
 bool CopyFile(std::wstring_view from, std::wstring_view to) {
@@ -154,7 +175,7 @@ bool CopyFile(std::wstring_view from, std::wstring_view to) {
     if (stat(target->c_str(), &targetStatus) == 0 &&
         (SameFile(sourceStatus, targetStatus) || IsReadOnly(targetStatus) || !S_ISREG(targetStatus.st_mode)))
         return false;
-    return CopyTo(*source, *target, true);
+    return CopyOver(*source, *target);
 }
 
 bool CreateFolder(std::wstring_view path) {

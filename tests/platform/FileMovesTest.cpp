@@ -1,5 +1,6 @@
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
+#include "tests/support/ChildProcess.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -112,6 +113,31 @@ TEST(FileMoves, AMoveAcrossFileSystemsCopiesWithTimeAndRights) {
     EXPECT_FALSE(MoveFile(Wide(second), Wide(target))) << "the old one would have to be deleted";
     EXPECT_FALSE(std::filesystem::exists(target));
     EXPECT_EQ(tests::readFile(second), "2");
+}
+
+TEST(FileMoves, AMoveAcrossFileSystemsThatIsKilledLeavesTheOldFileOrTheWholeNewOneAndNoPart) {
+    const tests::TemporaryFolder folder;
+    const auto other = OtherFileSystem(folder.path());
+    if (other.empty())
+        GTEST_SKIP() << "no second file system";
+    const auto place = other / ("moves-" + std::to_string(getpid()));
+    std::filesystem::create_directory(place);
+    const std::string bytes(1 << 20, 'x');
+    for (int number = 1;; ++number) {
+        const auto from = folder.write("f", bytes);
+        std::filesystem::remove(place / "f");
+        const tests::Killed killed = tests::killAtFileCall(number, [&] { MoveFile(Wide(from), Wide(place / "f")); });
+        if (killed.refused)
+            break;
+        EXPECT_TRUE(std::filesystem::exists(from) || std::filesystem::exists(place / "f")) << killed.at;
+        for (const auto& file : {from, place / "f"})
+            EXPECT_TRUE(!std::filesystem::exists(file) || tests::readFile(file) == bytes) << killed.at << file;
+        EXPECT_LE(std::distance(std::filesystem::directory_iterator(place), {}), 1) << killed.at;
+        if (killed.at == "end")
+            break;
+    }
+    EXPECT_FALSE(std::filesystem::exists(folder.path() / "f"));
+    std::filesystem::remove_all(place);
 }
 
 TEST(FileMoves, ACopyReplacesAndKeepsTheTime) {

@@ -61,17 +61,8 @@ const char* callAtStop(pid_t child, int status) {
     return nameOf(info.entry.nr);
 }
 
-} // namespace
-
-int inChild(const std::function<int()>& work) {
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(work());
-    const int status = waitFor(child);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
-Killed killAtFileCall(int number, const std::function<void()>& work) {
+/// Runs the work in a child, and has the child that stands at its `number`th file call dealt with.
+Killed stopAtFileCall(int number, const std::function<void()>& work, const std::function<void(pid_t)>& atCall) {
     constexpr int refused = 99;
     const pid_t child = fork();
     if (child == 0) {
@@ -95,10 +86,32 @@ Killed killAtFileCall(int number, const std::function<void()>& work) {
             return {WIFEXITED(status) && WEXITSTATUS(status) == 0, "end", false};
         const char* const call = callAtStop(child, status);
         if (call != nullptr && ++seen == number) {
-            kill(child);
+            atCall(child);
             return {false, call, false};
         }
     }
+}
+
+} // namespace
+
+int inChild(const std::function<int()>& work) {
+    const pid_t child = fork();
+    if (child == 0)
+        _exit(work());
+    const int status = waitFor(child);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+Killed killAtFileCall(int number, const std::function<void()>& work) {
+    return stopAtFileCall(number, work, [](pid_t child) { kill(child); });
+}
+
+Killed holdAtFileCall(int number, const std::function<void()>& meanwhile, const std::function<void()>& work) {
+    return stopAtFileCall(number, work, [&](pid_t child) {
+        meanwhile();
+        ptrace(PTRACE_DETACH, child, nullptr, nullptr);
+        waitFor(child);
+    });
 }
 
 void killAfter(std::chrono::microseconds time, const std::function<void(const std::function<void()>& begun)>& work) {

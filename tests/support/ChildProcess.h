@@ -21,6 +21,11 @@ struct Killed {
 /// write, truncate, link, rename, unlink, change of rights or owner, flush.
 Killed killAtFileCall(int number, const std::function<void()>& work);
 
+/// Runs the work in a child and holds it at its `number`th such call, from 1, until this process has carried
+/// `meanwhile` out; then lets it go on to its end. `done` where the work has fewer calls, which `meanwhile` then never
+/// saw.
+Killed holdAtFileCall(int number, const std::function<void()>& meanwhile, const std::function<void()>& work);
+
 /// Runs the endless work in a child and kills it (SIGKILL) that long after it said that it is under way by calling
 /// `begun`.
 void killAfter(std::chrono::microseconds time, const std::function<void(const std::function<void()>& begun)>& work);
