@@ -201,16 +201,24 @@ void Sketch::rectangle(double x, double y, double width, double height) {
 
 void Sketch::cushion(double x, double y, double width, double height, double radius) {
     const double r = std::min({radius, width / 2, height / 2});
-    const double quarter = std::tan(22.5 * degree);
     polyline({{x + r, y},
-              {x + width - r, y, quarter},
+              {x + width - r, y, quarterTurn},
               {x + width, y + r},
-              {x + width, y + height - r, quarter},
+              {x + width, y + height - r, quarterTurn},
               {x + width - r, y + height},
-              {x + r, y + height, quarter},
+              {x + r, y + height, quarterTurn},
               {x, y + height - r},
-              {x, y + r, quarter}},
+              {x, y + r, quarterTurn}},
              true);
+}
+
+void Sketch::polygon(double x, double y, double radius, int corners, double angle) {
+    std::vector<Corner> ring;
+    for (int corner = 0; corner < corners; ++corner) {
+        const double at = (angle + 360.0 * corner / corners) * degree;
+        ring.push_back({x + radius * std::cos(at), y + radius * std::sin(at)});
+    }
+    polyline(ring, true);
 }
 
 void Sketch::text(double x, double y, double height, const std::wstring& words) {
@@ -232,9 +240,9 @@ void Sketch::base(double x, double y) {
     check(state->database.setInsbase({x, y, 0}), "base point");
 }
 
-bool Sketch::save(const std::wstring& file) {
+bool Sketch::save(const std::wstring& file, AcDb::AcDbDwgVersion release) {
     state->showWhole();
-    return state->database.saveAs(file.c_str()) == eOk;
+    return state->database.saveAs(file.c_str(), false, release) == eOk;
 }
 
 } // namespace samples

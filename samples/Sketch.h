@@ -1,10 +1,13 @@
 #pragma once
 
+#include "editor/sdk/db.h"
+
 #include <memory>
 #include <string>
 #include <vector>
 
-class AcDbDatabase;
+/// The bulge of a quarter of a circle.
+constexpr double quarterTurn = 0.41421356;
 
 namespace samples {
 
@@ -36,30 +39,19 @@ public:
     /// A rectangle with rounded corners.
     void cushion(double x, double y, double width, double height, double radius);
     void text(double x, double y, double height, const std::wstring& words);
+    /// The closed polygon whose corners lie on a circle, the first at `angle`.
+    void polygon(double x, double y, double radius, int corners, double angle = 0);
     /// A filled triangle.
     void solid(double x1, double y1, double x2, double y2, double x3, double y3);
     /// The point by which the drawing is placed.
     void base(double x, double y);
 
-    /// Saves in release 2000 with an embedded picture. False where it can't be written.
-    bool save(const std::wstring& file);
+    /// Saves in that release with an embedded picture. False where it can't be written.
+    bool save(const std::wstring& file, AcDb::AcDbDwgVersion release = AcDb::kDHL_1015);
 
 private:
     struct State;
     std::unique_ptr<State> state;
 };
-
-/// One drawing of the library: its file title, what its summary says, and how it is drawn.
-struct Recipe {
-    const wchar_t* name;
-    const wchar_t* comments;
-    void (*draw)(Sketch&);
-};
-
-const std::vector<Recipe>& furniture();
-const std::vector<Recipe>& electrical();
-const std::vector<Recipe>& mechanical();
-/// The drawing to place the library's blocks in: the plan of a small flat.
-extern const Recipe flatPlan;
 
 } // namespace samples

@@ -1,4 +1,4 @@
-#include "samples/Sketch.h"
+#include "samples/Library.h"
 
 namespace samples {
 
@@ -22,12 +22,12 @@ void socket(Sketch& s) {
     s.base(0, 80);
 }
 
-void socketDouble(Sketch& s) {
+/// A socket outlet with what stands in it: a number, or letters for what it gives.
+void markedSocket(Sketch& s, const wchar_t* mark) {
     socket(s);
     s.line(-60, 40, 60, 40);
     label(s);
-    s.text(-20, -80, 50, L"2");
-    s.base(0, 80);
+    s.text(-20.0 * static_cast<double>(std::wstring(mark).size()), -80, 50, mark);
 }
 
 void switchSingle(Sketch& s) {
@@ -45,6 +45,23 @@ void switchTwoWay(Sketch& s) {
     s.base(0, 0);
 }
 
+void switchDouble(Sketch& s) {
+    switchSingle(s);
+    s.line(140, 140, 180, 100);
+}
+
+void switchDimmer(Sketch& s) {
+    switchSingle(s);
+    s.polyline({{60, 150}, {120, 210}, {60, 210}}, true);
+}
+
+void pushButton(Sketch& s) {
+    symbol(s);
+    s.circle(0, 0, 70);
+    s.circle(0, 0, 40);
+    s.base(0, 0);
+}
+
 void lampCeiling(Sketch& s) {
     symbol(s);
     s.circle(0, 0, 120);
@@ -58,6 +75,20 @@ void lampWall(Sketch& s) {
     wire(s);
     s.line(-150, 120, 150, 120);
     s.base(0, 120);
+}
+
+void lampSpot(Sketch& s) {
+    lampCeiling(s);
+    s.arc(0, 0, 170, 30, 150);
+    s.line(-147, 85, -190, 150);
+    s.line(147, 85, 190, 150);
+}
+
+void lampFluorescent(Sketch& s, double length) {
+    symbol(s);
+    s.rectangle(-length / 2, -50, length, 100);
+    s.line(-length / 2 + 40, 0, length / 2 - 40, 0);
+    s.base(0, 0);
 }
 
 void fuse(Sketch& s) {
@@ -155,11 +186,12 @@ void battery(Sketch& s) {
     s.base(-220, 0);
 }
 
-void motor(Sketch& s) {
+/// A machine: letters in a circle, three phases above.
+void machine(Sketch& s, const wchar_t* letters) {
     symbol(s);
     s.circle(0, 0, 200);
     label(s);
-    s.text(-60, -60, 150, L"M");
+    s.text(-60, -60, 150, letters);
     wire(s);
     s.line(0, 200, 0, 320);
     s.line(-100, 173, -100, 320);
@@ -167,27 +199,91 @@ void motor(Sketch& s) {
     s.base(0, 320);
 }
 
+void transformer(Sketch& s) {
+    symbol(s);
+    s.circle(-70, 0, 120);
+    s.circle(70, 0, 120);
+    wire(s);
+    s.line(-320, 0, -190, 0);
+    s.line(190, 0, 320, 0);
+    label(s);
+    s.text(-30, 140, 50, L"T1");
+    s.base(-320, 0);
+}
+
+/// A device: letters in a box on the wall.
+void box(Sketch& s, double width, double height, const wchar_t* letters) {
+    symbol(s);
+    s.rectangle(-width / 2, -height, width, height);
+    label(s);
+    s.text(-22.0 * static_cast<double>(std::wstring(letters).size()), -height / 2 - 30, 60, letters);
+    s.base(0, 0);
+}
+
+void distributionBoard(Sketch& s) {
+    box(s, 600, 200, L"");
+    s.solid(-300, -200, 300, -200, -300, 0);
+    s.line(300, -200, -300, 0);
+}
+
+void smokeDetector(Sketch& s) {
+    symbol(s);
+    s.circle(0, 0, 120);
+    s.polyline({{-60, -50}, {-20, 0, 0.5}, {20, 0, -0.5}, {60, 50}}, false);
+    s.base(0, 0);
+}
+
+void bell(Sketch& s) {
+    symbol(s);
+    s.arc(0, 0, 120, 0, 180);
+    s.line(-120, 0, 120, 0);
+    wire(s);
+    s.line(-50, 0, -50, -90);
+    s.line(50, 0, 50, -90);
+    s.base(0, -90);
+}
+
 } // namespace
 
-const std::vector<Recipe>& electrical() {
-    static const std::vector<Recipe> recipes = {
-        {L"Battery", L"Battery, two cells", battery},
-        {L"Capacitor", L"Capacitor", capacitor},
-        {L"Diode", L"Diode", diode},
-        {L"Fuse", L"Fuse", fuse},
-        {L"Ground", L"Protective earth", ground},
-        {L"Inductor", L"Inductor, four turns", inductor},
-        {L"Lamp-Ceiling", L"Ceiling outlet for a lamp", lampCeiling},
-        {L"Lamp-Wall", L"Wall outlet for a lamp", lampWall},
-        {L"Motor", L"Three-phase motor", motor},
-        {L"Resistor", L"Resistor", resistor},
-        {L"Socket", L"Socket outlet", socket},
-        {L"Socket-Double", L"Socket outlet, double", socketDouble},
-        {L"Switch", L"Switch, single pole", switchSingle},
-        {L"Switch-Two-Way", L"Switch, two-way", switchTwoWay},
-        {L"Transistor-NPN", L"Transistor, NPN", transistor},
-    };
-    return recipes;
+Folder electrical() {
+    return {
+        "electrical",
+        L"E-",
+        AcDb::kDHL_1800,
+        {
+            {L"Battery", L"Battery, two cells", battery},
+            {L"Bell", L"Bell", bell},
+            {L"Capacitor", L"Capacitor", capacitor},
+            {L"Diode", L"Diode", diode},
+            {L"Distribution-Board", L"Distribution board 600 x 200", distributionBoard},
+            {L"Fuse", L"Fuse", fuse},
+            {L"Generator", L"Three-phase generator", [](Sketch& s) { machine(s, L"G"); }},
+            {L"Ground", L"Protective earth", ground},
+            {L"Inductor", L"Inductor, four turns", inductor},
+            {L"Lamp-Ceiling", L"Ceiling outlet for a lamp", lampCeiling},
+            {L"Lamp-Fluorescent-600", L"Fluorescent lamp, length 600", [](Sketch& s) { lampFluorescent(s, 600); }},
+            {L"Lamp-Fluorescent-1200", L"Fluorescent lamp, length 1200", [](Sketch& s) { lampFluorescent(s, 1200); }},
+            {L"Lamp-Fluorescent-1500", L"Fluorescent lamp, length 1500", [](Sketch& s) { lampFluorescent(s, 1500); }},
+            {L"Lamp-Spot", L"Spotlight", lampSpot},
+            {L"Lamp-Wall", L"Wall outlet for a lamp", lampWall},
+            {L"Meter", L"Energy meter 300 x 300", [](Sketch& s) { box(s, 300, 300, L"kWh"); }},
+            {L"Motor", L"Three-phase motor", [](Sketch& s) { machine(s, L"M"); }},
+            {L"Push-Button", L"Push button", pushButton},
+            {L"Resistor", L"Resistor", resistor},
+            {L"Smoke-Detector", L"Smoke detector", smokeDetector},
+            {L"Socket", L"Socket outlet", socket},
+            {L"Socket-Data", L"Data outlet", [](Sketch& s) { markedSocket(s, L"D"); }},
+            {L"Socket-Double", L"Socket outlet, double", [](Sketch& s) { markedSocket(s, L"2"); }},
+            {L"Socket-Telephone", L"Telephone outlet", [](Sketch& s) { markedSocket(s, L"T"); }},
+            {L"Socket-Triple", L"Socket outlet, triple", [](Sketch& s) { markedSocket(s, L"3"); }},
+            {L"Socket-TV", L"Aerial outlet", [](Sketch& s) { markedSocket(s, L"TV"); }},
+            {L"Switch", L"Switch, single pole", switchSingle},
+            {L"Switch-Dimmer", L"Dimmer", switchDimmer},
+            {L"Switch-Double", L"Switch, two circuits", switchDouble},
+            {L"Switch-Two-Way", L"Switch, two-way", switchTwoWay},
+            {L"Transformer", L"Transformer", transformer},
+            {L"Transistor-NPN", L"Transistor, NPN", transistor},
+        }};
 }
 
 } // namespace samples

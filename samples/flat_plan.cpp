@@ -1,4 +1,4 @@
-#include "samples/Sketch.h"
+#include "samples/Library.h"
 
 namespace samples {
 

@@ -1,4 +1,4 @@
-#include "samples/Sketch.h"
+#include "samples/Library.h"
 
 #include <cmath>
 #include <numbers>
@@ -10,16 +10,16 @@ namespace {
 constexpr double pi = std::numbers::pi;
 
 void object(Sketch& s) {
-    s.layer(L"OBJECT", 7);
+    s.layer(L"M-OBJECT", 7);
 }
 void center(Sketch& s) {
-    s.layer(L"CENTER", 1, L"CENTER");
+    s.layer(L"M-CENTER", 1, L"CENTER");
 }
 void hidden(Sketch& s) {
-    s.layer(L"HIDDEN", 4, L"HIDDEN");
+    s.layer(L"M-HIDDEN", 4, L"HIDDEN");
 }
 void thread(Sketch& s) {
-    s.layer(L"THREAD", 30);
+    s.layer(L"M-THREAD", 30);
 }
 
 void cross(Sketch& s, double radius) {
@@ -28,67 +28,75 @@ void cross(Sketch& s, double radius) {
     s.line(0, -radius, 0, radius);
 }
 
-void hexagon(Sketch& s, double acrossFlats) {
-    const double radius = acrossFlats / std::sqrt(3.0);
-    std::vector<Corner> corners;
-    for (int i = 0; i < 6; ++i)
-        corners.push_back({radius * std::cos(pi / 3 * i), radius * std::sin(pi / 3 * i), 0});
-    s.polyline(corners, true);
-}
+/// Measures of a metric thread's parts.
+struct Thread {
+    int size;
+    double acrossFlats, head, washerHole, washer;
+    double core() const { return size * 0.425; } ///< radius at the thread's ground
+};
 
-void boltTop(Sketch& s) {
+void hexagonTop(Sketch& s, const Thread& t) {
     object(s);
-    hexagon(s, 18);
-    s.circle(0, 0, 8.6);
-    cross(s, 13);
+    s.polygon(0, 0, t.acrossFlats / std::sqrt(3.0), 6);
+    s.circle(0, 0, t.acrossFlats * 0.48);
+    cross(s, t.acrossFlats * 0.72);
     s.base(0, 0);
 }
 
-void boltSide(Sketch& s) {
+/// Five times as long as it is wide; the thread takes its outer half.
+void boltSide(Sketch& s, const Thread& t) {
+    const double radius = t.size / 2.0, length = 5.0 * t.size, half = t.acrossFlats / std::sqrt(3.0);
     object(s);
-    s.rectangle(-7.5, -10.4, 7.5, 20.8);
-    s.line(-7.5, -5.2, 0, -5.2);
-    s.line(-7.5, 5.2, 0, 5.2);
-    s.polyline({{0, -6, 0}, {59, -6, 0}, {60, -5, 0}, {60, 5, 0}, {59, 6, 0}, {0, 6, 0}}, false);
-    s.line(30, -6, 30, 6);
+    s.rectangle(-t.head, -half, t.head, 2 * half);
+    s.line(-t.head, -half / 2, 0, -half / 2);
+    s.line(-t.head, half / 2, 0, half / 2);
+    s.polyline({{0, -radius},
+                {length - 1, -radius},
+                {length, 1 - radius},
+                {length, radius - 1},
+                {length - 1, radius},
+                {0, radius}},
+               false);
+    s.line(length / 2, -radius, length / 2, radius);
     thread(s);
-    s.line(30, -5.1, 60, -5.1);
-    s.line(30, 5.1, 60, 5.1);
+    s.line(length / 2, -t.core(), length, -t.core());
+    s.line(length / 2, t.core(), length, t.core());
     center(s);
-    s.line(-11, 0, 64, 0);
+    s.line(-t.head - 4, 0, length + 4, 0);
     s.base(0, 0);
 }
 
-void nut(Sketch& s) {
+void nut(Sketch& s, const Thread& t) {
+    hexagonTop(s, t);
     object(s);
-    hexagon(s, 18);
-    s.circle(0, 0, 8.6);
-    s.circle(0, 0, 5.1);
+    s.circle(0, 0, t.core());
     thread(s);
-    s.arc(0, 0, 6, 0, 270);
-    cross(s, 13);
+    s.arc(0, 0, t.size / 2.0, 0, 270);
+}
+
+void washer(Sketch& s, const Thread& t) {
+    object(s);
+    s.circle(0, 0, t.washer / 2);
+    s.circle(0, 0, t.washerHole / 2);
+    cross(s, t.washer * 0.62);
     s.base(0, 0);
 }
 
-void washer(Sketch& s) {
-    object(s);
-    s.circle(0, 0, 12);
-    s.circle(0, 0, 6.5);
-    cross(s, 15);
-    s.base(0, 0);
-}
+struct Bearing {
+    int number;
+    double bore, outer;
+};
 
-void bearing(Sketch& s) {
+void bearing(Sketch& s, const Bearing& b) {
+    const double wall = (b.outer - b.bore) / 2, middle = (b.outer + b.bore) / 4;
     object(s);
-    s.circle(0, 0, 31);
-    s.circle(0, 0, 26);
-    s.circle(0, 0, 20);
-    s.circle(0, 0, 15);
+    for (const double radius : {b.outer / 2, b.outer / 2 - wall / 3, b.bore / 2 + wall / 3, b.bore / 2})
+        s.circle(0, 0, radius);
     for (int ball = 0; ball < 9; ++ball)
-        s.circle(23 * std::cos(2 * pi * ball / 9), 23 * std::sin(2 * pi * ball / 9), 4.2);
+        s.circle(middle * std::cos(2 * pi * ball / 9), middle * std::sin(2 * pi * ball / 9), wall * 0.26);
     center(s);
-    s.circle(0, 0, 23);
-    cross(s, 36);
+    s.circle(0, 0, middle);
+    cross(s, b.outer * 0.58);
     s.base(0, 0);
 }
 
@@ -107,13 +115,14 @@ void spring(Sketch& s) {
     s.base(0, 0);
 }
 
-void gear(Sketch& s) {
-    constexpr int teeth = 24;
+/// Of module 4: the pitch circle's radius is twice the number of teeth.
+void gear(Sketch& s, int teeth) {
+    const double pitch = 2.0 * teeth, ground = pitch - 5, head = pitch + 4;
     object(s);
     std::vector<Corner> corners;
     for (int tooth = 0; tooth < teeth; ++tooth) {
         const double angle = 2 * pi * tooth / teeth;
-        for (const auto& [offset, radius] : {std::pair{-0.30, 43.0}, {-0.15, 52.0}, {0.15, 52.0}, {0.30, 43.0}}) {
+        for (const auto& [offset, radius] : {std::pair{-0.30, ground}, {-0.15, head}, {0.15, head}, {0.30, ground}}) {
             const double at = angle + 2 * pi / teeth * offset;
             corners.push_back({radius * std::cos(at), radius * std::sin(at), 0});
         }
@@ -123,8 +132,8 @@ void gear(Sketch& s) {
     s.arc(0, 0, 10, 107.458, 72.542);
     s.circle(0, 0, 16);
     center(s);
-    s.circle(0, 0, 48);
-    cross(s, 58);
+    s.circle(0, 0, pitch);
+    cross(s, head + 6);
     s.base(0, 0);
 }
 
@@ -168,39 +177,41 @@ void pulley(Sketch& s) {
     s.base(0, 0);
 }
 
-void beam(Sketch& s) {
+/// A rolled section with flanges, rounded where they meet the web.
+void beam(Sketch& s, double height, double width, double web, double flange, double round) {
+    const double x = width / 2, y = height / 2, inner = y - flange, w = web / 2;
     object(s);
-    s.polyline({{-50, -100, 0},
-                {50, -100, 0},
-                {50, -91.5, 0},
-                {14.8, -91.5, -0.4142},
-                {2.8, -79.5, 0},
-                {2.8, 79.5, -0.4142},
-                {14.8, 91.5, 0},
-                {50, 91.5, 0},
-                {50, 100, 0},
-                {-50, 100, 0},
-                {-50, 91.5, 0},
-                {-14.8, 91.5, -0.4142},
-                {-2.8, 79.5, 0},
-                {-2.8, -79.5, -0.4142},
-                {-14.8, -91.5, 0},
-                {-50, -91.5, 0}},
+    s.polyline({{-x, -y},
+                {x, -y},
+                {x, -inner},
+                {w + round, -inner, -quarterTurn},
+                {w, round - inner},
+                {w, inner - round, -quarterTurn},
+                {w + round, inner},
+                {x, inner},
+                {x, y},
+                {-x, y},
+                {-x, inner},
+                {-w - round, inner, -quarterTurn},
+                {-w, inner - round},
+                {-w, round - inner, -quarterTurn},
+                {-w - round, -inner},
+                {-x, -inner}},
                true);
     center(s);
-    s.line(0, -110, 0, 110);
-    s.base(0, -100);
+    s.line(0, -y - 10, 0, y + 10);
+    s.base(0, -y);
 }
 
 void angleSection(Sketch& s) {
     object(s);
     s.polyline({{0, 0, 0},
                 {60, 0, 0},
-                {60, 3, 0.4142},
+                {60, 3, quarterTurn},
                 {57, 6, 0},
-                {14, 6, -0.4142},
+                {14, 6, -quarterTurn},
                 {6, 14, 0},
-                {6, 57, 0.4142},
+                {6, 57, quarterTurn},
                 {3, 60, 0},
                 {0, 60, 0}},
                true);
@@ -236,24 +247,42 @@ void oval(Sketch& s) {
 
 } // namespace
 
-const std::vector<Recipe>& mechanical() {
-    static const std::vector<Recipe> recipes = {
-        {L"ANGLE-60x6", L"Angle section 60 x 60 x 6", angleSection},
-        {L"BEAM-200", L"Beam section, height 200", beam},
-        {L"BEARING-6206", L"Ball bearing 30 x 62", bearing},
-        {L"BOLT-M12-SIDE", L"Hexagon bolt M12 x 60, side view", boltSide},
-        {L"BOLT-M12-TOP", L"Hexagon bolt M12, top view", boltTop},
-        {L"COVER-OVAL", L"Oval cover with two holes", oval},
-        {L"ELBOW-DN40", L"Pipe elbow 90 degrees with sockets", elbow},
-        {L"FLANGE-DN60", L"Flange with six holes", flange},
-        {L"GEAR-24", L"Spur gear, 24 teeth, module 4", gear},
-        {L"KEY-10x40", L"Parallel key 10 x 40, round ends", key},
-        {L"NUT-M12", L"Hexagon nut M12", nut},
-        {L"PULLEY-120", L"Belt pulley, diameter 120, five spokes", pulley},
-        {L"SPRING", L"Compression spring, nine turns", spring},
-        {L"WASHER-M12", L"Plain washer M12", washer},
+Folder mechanical() {
+    constexpr Thread threads[] = {{8, 13, 5.3, 8.4, 16},
+                                  {10, 16, 6.4, 10.5, 20},
+                                  {12, 18, 7.5, 13, 24},
+                                  {16, 24, 10, 17, 30},
+                                  {20, 30, 12.5, 21, 37}};
+    constexpr Bearing bearings[] = {{6204, 20, 47}, {6206, 30, 62}, {6208, 40, 80}};
+    Folder folder{"mechanical", L"M-", AcDb::kDHL_1021, {}};
+    const auto add = [&folder](const std::wstring& name, const std::wstring& words, std::function<void(Sketch&)> draw) {
+        folder.recipes.push_back({name, words, std::move(draw)});
     };
-    return recipes;
+    for (const Thread& t : threads) {
+        const std::wstring size = L"M" + std::to_wstring(t.size), length = std::to_wstring(5 * t.size);
+        add(L"BOLT-" + size + L"-SIDE", L"Hexagon bolt " + size + L" x " + length + L", side view",
+            [t](Sketch& s) { boltSide(s, t); });
+        add(L"BOLT-" + size + L"-TOP", L"Hexagon bolt " + size + L", top view", [t](Sketch& s) { hexagonTop(s, t); });
+        add(L"NUT-" + size, L"Hexagon nut " + size, [t](Sketch& s) { nut(s, t); });
+        add(L"WASHER-" + size, L"Plain washer " + size, [t](Sketch& s) { washer(s, t); });
+    }
+    for (const Bearing& b : bearings)
+        add(L"BEARING-" + std::to_wstring(b.number),
+            L"Ball bearing " + std::to_wstring(int(b.bore)) + L" x " + std::to_wstring(int(b.outer)),
+            [b](Sketch& s) { bearing(s, b); });
+    for (const int teeth : {24, 36})
+        add(L"GEAR-" + std::to_wstring(teeth), L"Spur gear, " + std::to_wstring(teeth) + L" teeth, module 4",
+            [teeth](Sketch& s) { gear(s, teeth); });
+    add(L"BEAM-200", L"Beam section, height 200", [](Sketch& s) { beam(s, 200, 100, 5.6, 8.5, 12); });
+    add(L"BEAM-300", L"Beam section, height 300", [](Sketch& s) { beam(s, 300, 150, 7.1, 10.7, 15); });
+    add(L"ANGLE-60x6", L"Angle section 60 x 60 x 6", angleSection);
+    add(L"COVER-OVAL", L"Oval cover with two holes", oval);
+    add(L"ELBOW-DN40", L"Pipe elbow 90 degrees with sockets", elbow);
+    add(L"FLANGE-DN60", L"Flange with six holes", flange);
+    add(L"KEY-10x40", L"Parallel key 10 x 40, round ends", key);
+    add(L"PULLEY-120", L"Belt pulley, diameter 120, five spokes", pulley);
+    add(L"SPRING", L"Compression spring, nine turns", spring);
+    return folder;
 }
 
 } // namespace samples

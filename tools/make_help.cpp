@@ -1,13 +1,19 @@
 // tessaro-help OUT PAGE...
 //
 // Makes a compiled help file (mark "ITSF", version 3) of the pages, each under its file's name, the first as the one to
-// begin with. Pages are stored as they are, not compressed, so that the same input gives the same bytes.
+// begin with. Pages in Markdown become HTML, with the pictures that they show and links between them. Pages are stored
+// as they are, not compressed, so that the same input gives the same bytes.
+#include "tools/markdown.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <map>
+#include <set>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -126,30 +132,83 @@ std::string HelpFile(std::vector<Page> pages, const std::string& title) {
     return out + chunk + content;
 }
 
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << in.rdbuf();
+    if (!in)
+        throw std::runtime_error("can't read " + path.string());
+    return bytes.str();
+}
+
+/// The pages of a guide and what they show.
+class Guide {
+public:
+    explicit Guide(const std::vector<std::filesystem::path>& files) {
+        for (const auto& file : files)
+            names.insert(NameOf(file));
+        for (const auto& file : files)
+            pages.push_back({"/" + NameOf(file), file.extension() == ".md" ? Html(file) : ReadFile(file), 0});
+        for (auto& [name, bytes] : pictures)
+            pages.push_back({"/" + name, std::move(bytes), 0});
+    }
+    std::vector<Page> pages;
+
+private:
+    static constexpr unsigned kWidest = 620; ///< pixels of a picture that the help window shows whole
+
+    static std::string NameOf(std::filesystem::path file) {
+        if (file.extension() == ".md")
+            file.replace_extension(".html");
+        return file.filename().string();
+    }
+
+    std::string Html(const std::filesystem::path& file) {
+        const std::string text = ReadFile(file);
+        const tools::MarkdownTargets targets{
+            [this](const std::string& link) { return Target(link); },
+            [this, &file](const std::string& picture) { return Show(file.parent_path() / picture); }};
+        return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n<title>" +
+               tools::titleOfMarkdown(text) + "</title>\n</head>\n<body>\n" + tools::htmlOfMarkdown(text, targets) +
+               (NameOf(file) == kContents ? "" : "<p><a href=\"index.html\">Contents</a></p>\n") + "</body>\n</html>\n";
+    }
+
+    /// Only what is in the help file can be gone to.
+    std::string Target(const std::string& link) const {
+        const std::size_t sign = std::min(link.find('#'), link.size());
+        if (sign == 0)
+            return link;
+        const std::string name = NameOf(link.substr(0, sign));
+        return names.contains(name) ? name + link.substr(sign) : std::string();
+    }
+
+    std::string Show(const std::filesystem::path& picture) {
+        const std::string name = "images/" + picture.filename().string();
+        const std::string& bytes = pictures.try_emplace(name, ReadFile(picture)).first->second;
+        unsigned width = 0; // big-endian, behind the mark and the head of the first chunk
+        for (std::size_t place = 16; place < 20 && place < bytes.size(); ++place)
+            width = width << 8 | static_cast<std::uint8_t>(bytes[place]);
+        return "src=\"" + name + "\"" + (width > kWidest ? " width=\"" + std::to_string(kWidest) + "\"" : "");
+    }
+
+    static constexpr const char* kContents = "index.html";
+    std::set<std::string> names;
+    std::map<std::string, std::string> pictures;
+};
+
 } // namespace
 
-int main(int count, char** arguments) {
+int main(int count, char** arguments) try {
     if (count < 3) {
         std::fprintf(stderr, "usage: tessaro-help OUT PAGE...\n");
         return 2;
     }
-    std::vector<Page> pages;
-    for (int place = 2; place < count; ++place) {
-        const std::filesystem::path path = arguments[place];
-        std::ifstream in(path, std::ios::binary);
-        std::ostringstream bytes;
-        bytes << in.rdbuf();
-        if (!in) {
-            std::fprintf(stderr, "can't read %s\n", arguments[place]);
-            return 1;
-        }
-        pages.push_back({"/" + path.filename().string(), bytes.str(), 0});
-    }
-    const std::string file = HelpFile(pages, "Tessaro");
+    const std::string file = HelpFile(Guide({arguments + 2, arguments + count}).pages, "Tessaro");
     std::ofstream out(arguments[1], std::ios::binary | std::ios::trunc);
-    if (file.empty() || !out.write(file.data(), static_cast<std::streamsize>(file.size())).flush()) {
-        std::fprintf(stderr, "can't make %s\n", arguments[1]);
-        return 1;
-    }
+    if (file.empty() || !out.write(file.data(), static_cast<std::streamsize>(file.size())).flush())
+        throw std::runtime_error(std::string("can't make ") + arguments[1]);
     return 0;
+} catch (const std::exception& failure) {
+    std::fprintf(stderr, "tessaro-help: %s\n", failure.what());
+    return 1;
 }

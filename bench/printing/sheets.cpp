@@ -50,7 +50,7 @@ class Library {
 public:
     Library() {
         const std::string samples = (folder.path() / "samples").string();
-        if (std::system(("'" TESSARO_BIN_DIR "/tessaro-samples' '" + samples + "' > /dev/null").c_str()) != 0)
+        if (std::system(("'" TESSARO_BIN_DIR "/tessaro-samples' '" + samples + "' furniture > /dev/null").c_str()) != 0)
             throw std::runtime_error("no samples");
         std::vector<std::filesystem::path> drawings;
         for (const auto& file : std::filesystem::directory_iterator(samples + "/furniture"))

@@ -90,7 +90,11 @@ TEST_F(Help, TheGuideIsShownInAWindowOfTheDialogThatEscapeCloses) {
         auto* const window = dlg.findChild<HelpWindow*>("helpWindow");
         ASSERT_NE(window, nullptr);
         EXPECT_TRUE(window->isVisible());
-        EXPECT_TRUE(window->toPlainText().contains("Placing a block"));
+        EXPECT_TRUE(window->toPlainText().contains("The user's guide"));
+        window->setSource(QUrl("placing.html"));
+        EXPECT_TRUE(window->toPlainText().contains("If the drawing has a block of that name"));
+        QTextBrowser& browser = *window;
+        EXPECT_FALSE(browser.loadResource(QTextDocument::ImageResource, QUrl("/images/quickpic.png")).isNull());
         EXPECT_TRUE(dlg.isVisible());
         dlg.Controls().help->click();
         EXPECT_EQ(dlg.findChildren<HelpWindow*>("helpWindow").size(), 1);
@@ -101,12 +105,21 @@ TEST_F(Help, TheGuideIsShownInAWindowOfTheDialogThatEscapeCloses) {
     });
 }
 
-TEST(HelpFile, HoldsTheGuideUnderItsName) {
+TEST(HelpFile, HoldsEveryPageOfTheGuideUnderItsName) {
     const std::string file = tests::readFile(TESSARO_BIN_DIR "tessaro.chm");
     ASSERT_FALSE(file.empty());
-    const std::string guide = tests::readFile(TESSARO_SOURCE_DIR "/docs/guide/index.html");
-    EXPECT_EQ(HelpPage(file, "/index.html"), guide);
-    EXPECT_EQ(HelpPage(file, "/INDEX.html"), guide);
+    int pages = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(TESSARO_SOURCE_DIR "/docs/guide")) {
+        if (entry.path().extension() != ".md")
+            continue;
+        const auto page = HelpPage(file, "/" + entry.path().stem().string() + ".html");
+        ASSERT_TRUE(page) << entry.path();
+        EXPECT_NE(page->find("<h1>"), std::string::npos) << entry.path();
+        ++pages;
+    }
+    EXPECT_GE(pages, 11);
+    EXPECT_EQ(HelpPage(file, "/INDEX.html"), HelpPage(file, "/index.html"));
+    EXPECT_EQ(HelpPage(file, "/images/quickpic.png"), tests::readFile(TESSARO_SOURCE_DIR "/docs/images/quickpic.png"));
     EXPECT_EQ(HelpPage(file, "/other.html"), std::nullopt);
     EXPECT_EQ(HelpPage("", "/index.html"), std::nullopt);
 }
