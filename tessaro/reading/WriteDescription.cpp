@@ -83,8 +83,10 @@ bool WriteDescription(Block& block) {
     const Directory* const directory = currentDirectory;
     if (directory == nullptr)
         return false;
-    const std::wstring drawing = platform::Join(directory->path, block.name + L".dwg");
-    const std::wstring temporary = platform::Join(directory->path, block.name + L".dwg2");
+    // The host takes paths as they are spelled.
+    const std::wstring told = platform::Join(directory->path, block.name + L".dwg");
+    const std::wstring drawing = platform::FindPath(told).value_or(told);
+    const std::wstring temporary = platform::Join(platform::SplitPath(drawing).folder, block.name + L".dwg2");
     std::optional<std::vector<std::uint8_t>> image;
     if (block.fileType == kTypeR13 || block.fileType == kTypeR14)
         image = KeptImage(drawing);

@@ -1,100 +1,19 @@
 // Descriptions written back into real drawings: which files remain, and with what in them.
-#include "tests/support/TemporaryFolder.h"
+#include "tests/reading/WriteDescriptionFixture.h"
 
-#include "editor/sdk/db.h"
-#include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/File.h"
-#include "tessaro/reading/PreviewSection.h"
 #include "tessaro/reading/WriteDescription.h"
 
-#include <gtest/gtest.h>
-
-#include <filesystem>
-#include <memory>
-
 namespace fs = std::filesystem;
-
-namespace {
-
-/// The comments of a drawing; "unreadable" where it can't be read.
-std::wstring CommentsOf(const fs::path& file) {
-    AcDbDatabase database(false, false);
-    if (database.readDwgFile(file.wstring().c_str()) != 0)
-        return L"unreadable";
-    AcDbDatabaseSummaryInfo* made = nullptr;
-    if (acdbGetSummaryInfo(&database, made) != 0)
-        return L"no summary";
-    const std::unique_ptr<AcDbDatabaseSummaryInfo> summary(made);
-    std::wstring text;
-    summary->getComments(text);
-    return text;
-}
-
-/// A 4 by 2 bitmap of 24 bits, each byte of its pixels of that value.
-std::string Bitmap(char value) {
-    std::string bytes(40, '\0');
-    bytes[0] = 40;
-    bytes[4] = 4;
-    bytes[8] = 2;
-    bytes[12] = 1;
-    bytes[14] = 24;
-    return bytes + std::string(24, value);
-}
-
-std::string ImageOf(const fs::path& drawing) {
-    platform::File file(drawing.wstring(), platform::File::modeRead);
-    const auto entry = FindEntry(file, kBitmapCode);
-    if (!entry)
-        return {};
-    const auto bytes = ReadEntry(file, entry->place, kLargestPreview);
-    return {bytes.begin(), bytes.end()};
-}
-
-class WriteDescriptionTest : public testing::Test {
-protected:
-    WriteDescriptionTest() {
-        directory.path = folder.path().wstring();
-        currentDirectory = &directory;
-    }
-    ~WriteDescriptionTest() override {
-        for (Block* block : directory.blocks)
-            delete block;
-        directory.blocks.clear();
-        currentDirectory = nullptr;
-    }
-
-    fs::path Drawing(const std::string& name = "door") const { return folder.path() / (name + ".dwg"); }
-    fs::path Temporary(const std::string& name = "door") const { return folder.path() / (name + ".dwg2"); }
-    fs::path Backup() const { return folder.path() / "door.bak"; }
-
-    /// A drawing of that release with a picture.
-    void WriteDrawing(const std::string& name = "door", AcDb::AcDbDwgVersion version = AcDb::kDHL_1015) const {
-        AcDbDatabase database(true, false);
-        database.setThumbnailBitmap(Bitmap('\x55'));
-        ASSERT_EQ(database.saveAs(Drawing(name).wstring().c_str(), false, version), 0);
-    }
-    Block& AddBlock(std::int32_t fileType, const std::wstring& description, const std::wstring& name = L"door") {
-        auto* const block = new Block;
-        block->name = name;
-        block->fileType = fileType;
-        block->description = description;
-        directory.blocks.push_back(block);
-        return *block;
-    }
-
-    tests::TemporaryFolder folder;
-    Directory directory;
-};
-
-} // namespace
+using namespace tests;
 
 TEST_F(WriteDescriptionTest, ADrawingOfRelease2000IsReplacedByOneWithTheCommentsItsFormatAndItsPicture) {
     WriteDrawing();
     EXPECT_TRUE(WriteDescription(AddBlock(16, L"Swing door, 900 mm")));
     EXPECT_EQ(CommentsOf(Drawing()), L"Swing door, 900 mm");
-    EXPECT_EQ(tests::readFile(Drawing()).substr(0, 6), "AC1015");
-    EXPECT_EQ(ImageOf(Drawing()), Bitmap('\x55'));
+    EXPECT_EQ(readFile(Drawing()).substr(0, 6), "AC1015");
+    EXPECT_EQ(BitmapOf(Drawing()), SmallBitmap('\x55'));
     EXPECT_FALSE(fs::exists(Temporary()));
     EXPECT_FALSE(fs::exists(Backup()));
 }
@@ -121,7 +40,7 @@ TEST_F(WriteDescriptionTest, TextsOfAnyScriptOfAnyLengthAndNoneAreWritten) {
 TEST_F(WriteDescriptionTest, ADrawingThatTheHostCantReadStaysAsItIs) {
     folder.write("door.dwg", "AC1015 and nothing that makes sense");
     EXPECT_FALSE(WriteDescription(AddBlock(16, L"lost")));
-    EXPECT_EQ(tests::readFile(Drawing()), "AC1015 and nothing that makes sense");
+    EXPECT_EQ(readFile(Drawing()), "AC1015 and nothing that makes sense");
     EXPECT_FALSE(fs::exists(Temporary()));
 }
 
@@ -141,13 +60,13 @@ TEST_F(WriteDescriptionTest, AFailedSaveLeavesNoDrawing) {
 
 TEST_F(WriteDescriptionTest, AnUnknownFormatIsSavedInPlaceAndThenDeletedSoThatOnlyTheBackupRemains) {
     WriteDrawing();
-    const std::string before = tests::readFile(Drawing());
+    const std::string before = readFile(Drawing());
     for (const std::int32_t type : {0, 13, 21}) {
         fs::remove(Backup());
         folder.write("door.dwg", before);
         EXPECT_TRUE(WriteDescription(AddBlock(type, L"gone"))) << type;
         EXPECT_FALSE(fs::exists(Drawing())) << type;
-        EXPECT_EQ(tests::readFile(Backup()), before) << type;
+        EXPECT_EQ(readFile(Backup()), before) << type;
     }
 }
 
@@ -155,7 +74,7 @@ TEST_F(WriteDescriptionTest, ATemporaryOfAnEarlierRunTakesThePlaceOfADrawingThat
     WriteDrawing();
     folder.write("door.dwg2", "left behind");
     EXPECT_TRUE(WriteDescription(AddBlock(0, L"gone")));
-    EXPECT_EQ(tests::readFile(Drawing()), "left behind");
+    EXPECT_EQ(readFile(Drawing()), "left behind");
     EXPECT_FALSE(fs::exists(Temporary()));
     EXPECT_TRUE(fs::exists(Backup()));
 }
@@ -178,7 +97,7 @@ TEST_F(WriteDescriptionTest, AMissingDrawingOfR14RaisesBeforeAnythingIsDone) {
 TEST_F(WriteDescriptionTest, AnR14DrawingWithoutAPictureHasNothingToPutBack) {
     AcDbDatabase database(true, false);
     ASSERT_EQ(database.saveAs(Drawing().wstring().c_str()), 0);
-    ASSERT_EQ(ImageOf(Drawing()), "");
+    ASSERT_EQ(BitmapOf(Drawing()), "");
     EXPECT_TRUE(WriteDescription(AddBlock(15, L"gone")));
     EXPECT_FALSE(fs::exists(Drawing()));
 }
@@ -210,13 +129,13 @@ struct PictureOfR14 : WriteDescriptionTest {
         WriteDrawing();
         folder.write("door.dwg2", SectionWith(codes));
         EXPECT_TRUE(WriteDescription(AddBlock(15, L"text")));
-        return tests::readFile(Drawing());
+        return readFile(Drawing());
     }
     /// The file with its picture at the end, and the bytes of that entry changed.
     static std::string Expected(const std::vector<std::uint8_t>& codes, std::size_t entry) {
         std::string bytes = SectionWith(codes);
-        const std::string place = '\2' + Number(bytes.size()) + Number(Bitmap('\x55').size());
-        return bytes.replace(121 + 9 * entry, 9, place) + Bitmap('\x55');
+        const std::string place = '\2' + Number(bytes.size()) + Number(SmallBitmap('\x55').size());
+        return bytes.replace(121 + 9 * entry, 9, place) + SmallBitmap('\x55');
     }
 };
 
@@ -229,7 +148,7 @@ TEST_F(PictureOfR14, TakesTheEntryOfTheHeaderDataWhereThereIsNoBitmapEntry) {
 }
 
 TEST_F(PictureOfR14, ChangesNoEntryWhereThereIsNeither) {
-    EXPECT_EQ(PutInto({3, 6}), SectionWith({3, 6}) + Bitmap('\x55'));
+    EXPECT_EQ(PutInto({3, 6}), SectionWith({3, 6}) + SmallBitmap('\x55'));
 }
 
 TEST_F(WriteDescriptionTest, PendingDescriptionsAreWrittenAndNoLongerPending) {
