@@ -41,13 +41,31 @@ public:
     int columns = 0, rows = 0;
 };
 
+// The two points of a line without an end, moved out of the picture.
+void extend(std::vector<Canvas::Position>& positions, const View& view, bool both) {
+    const Canvas::Position from = positions.front(), to = positions.back();
+    const double length = std::hypot(to.x - from.x, to.y - from.y);
+    if (!(length > 0))
+        return;
+    const double far =
+        std::hypot(view.columns, view.rows) + std::hypot(from.x - view.columns / 2.0, from.y - view.rows / 2.0);
+    const double x = (to.x - from.x) / length * far, y = (to.y - from.y) / length * far;
+    positions.back() = {from.x + x, from.y + y};
+    if (both)
+        positions.front() = {from.x - x, from.y - y};
+}
+
 void draw(Canvas& canvas, const View& view, const Stroke& stroke) {
     const auto index = static_cast<std::uint8_t>(stroke.colour);
     std::vector<Canvas::Position> positions;
     for (const AcGePoint3d& point : stroke.points)
         positions.push_back(view(point));
+    if (stroke.beyondEnd)
+        extend(positions, view, stroke.beyondStart);
     if (stroke.filled)
         canvas.fill(positions, index);
+    if (stroke.edgeless)
+        return;
     for (std::size_t i = 0; i + 1 < positions.size(); ++i)
         canvas.line(positions[i], positions[i + 1], index);
     if (positions.size() == 1)

@@ -27,8 +27,12 @@ void Extents::add(const AcGePoint3d& point) {
 Extents Wireframe::extents() const {
     Extents box;
     for (const Stroke& stroke : strokes) {
+        // A line without an end would leave no room for anything else.
+        if (stroke.beyondEnd)
+            box.add(stroke.points.front());
         for (const AcGePoint3d& point : stroke.points)
-            box.add(point);
+            if (!stroke.beyondEnd)
+                box.add(point);
     }
     for (const TextItem& text : texts) {
         const AcGePoint3d end = text.position + text.along * static_cast<double>(text.content.size());
@@ -112,22 +116,27 @@ dwg::Handle WireframeBuilder::layerOf(const dwg::Object& object, const Surroundi
     return layer == nullptr || layer->head.name == L"0" ? around.layer : own;
 }
 
+namespace {
+
+std::uint16_t indexOf(const dwg::Color& stored) {
+    if (!stored.hasRgb)
+        return static_cast<std::uint16_t>(std::abs(stored.index));
+    return nearestIndex({static_cast<std::uint8_t>(stored.rgb >> 16), static_cast<std::uint8_t>(stored.rgb >> 8),
+                         static_cast<std::uint8_t>(stored.rgb)});
+}
+
+} // namespace
+
+std::uint16_t WireframeBuilder::colourOfLayer(dwg::Handle layer) const {
+    const auto* const record = database.drawing.body<dwg::Layer>({0, layer});
+    const std::uint16_t index = record == nullptr ? colourForeground : indexOf(record->color);
+    return index == 0 || index >= colourByLayer ? colourForeground : index;
+}
+
 std::uint16_t WireframeBuilder::colourOf(const dwg::Object& object, dwg::Handle layer,
                                          const Surroundings& around) const {
-    const auto indexOf = [](const dwg::Color& stored) {
-        if (!stored.hasRgb)
-            return static_cast<std::uint16_t>(std::abs(stored.index));
-        return nearestIndex({static_cast<std::uint8_t>(stored.rgb >> 16), static_cast<std::uint8_t>(stored.rgb >> 8),
-                             static_cast<std::uint8_t>(stored.rgb)});
-    };
-    std::uint16_t index = indexOf(object.entity->color);
-    if (index == colourByBlock)
-        return around.colour;
-    if (index == colourByLayer) {
-        const auto* const record = database.drawing.body<dwg::Layer>({0, layer});
-        index = record == nullptr ? colourForeground : indexOf(record->color);
-    }
-    return index == 0 || index >= colourByLayer ? colourForeground : index;
+    const std::uint16_t index = indexOf(object.entity->color);
+    return index == colourByBlock ? around.colour : index >= colourByLayer ? colourOfLayer(layer) : index;
 }
 
 dwg::Handle WireframeBuilder::linetypeOf(const dwg::Object& object, dwg::Handle layer,
@@ -177,8 +186,11 @@ void WireframeBuilder::drawEntity(const dwg::Object& object, const Surroundings&
     if (isDimension(object))
         return drawDimension(object, around);
     colour = colourOf(object, layer, around);
+    ownColours = {colourOfLayer(layer), around.colour};
     pattern = patternOf(linetypeOf(object, layer, around), database.header.LTSCALE * object.entity->linetypeScale);
     const Transform& to = around.transform;
+    if (const auto* const ray = object.as<dwg::Ray>())
+        return drawEndless(*ray, to, object.type == dwg::object_type::constructionLine);
     const bool isNested = around.depth > 0;
     constexpr std::uint8_t invisibleAttribute = 1, constantAttribute = 2;
     object.body.visit([&](const auto& body) {
@@ -289,18 +301,6 @@ void WireframeBuilder::stroke(std::vector<AcGePoint3d> points, bool filled) {
         return;
     }
     result.strokes.push_back({std::move(points), colour, filled, topEntity, foreign, pattern});
-}
-
-void WireframeBuilder::text(std::wstring content, const AcGePoint3d& position, const AcGeVector3d& along,
-                            const AcGeVector3d& up) {
-    if (content.empty() || !std::isfinite(position.x + position.y + along.x + along.y + up.x + up.y))
-        return;
-    pointCount += content.size();
-    if (pointCount > limits.points) {
-        result.cut = true;
-        return;
-    }
-    result.texts.push_back({std::move(content), position, along, up, colour, topEntity, foreign});
 }
 
 } // namespace editor

@@ -25,6 +25,11 @@ struct Stroke {
     bool foreign = false;
     /// Index into Wireframe::patterns.
     std::uint32_t pattern = 0;
+    /// Nothing is drawn along a filled run. It may hold several contours, each closed and followed by the way back to
+    /// the run's first point, that the even-odd rule fills.
+    bool edgeless = false;
+    /// The straight piece of two points goes on without an end behind the second point, and ahead of the first one.
+    bool beyondEnd = false, beyondStart = false;
 };
 
 /// One line of text. `position` is the left end of its baseline.
@@ -37,6 +42,14 @@ struct TextItem {
     std::uint16_t colour = 7;
     AcDbObjectId entity;
     bool foreign = false;
+    /// It stands behind the item before it, on the same line; `position` is right for average letters.
+    bool continued = false;
+    /// The part of the line, of all items that belong to it, that lies ahead of the point which it is aligned to: 0 at
+    /// the left end, 1 at the right one. That point stays where it is for letters of any width. The line's first item
+    /// tells it.
+    double anchor = 0;
+    /// Bits of TextRun: lines along the letters.
+    std::uint8_t marks = 0;
 
     double height() const { return up.length(); }
     /// Radians from the world's x axis.
@@ -67,10 +80,11 @@ struct WireframeLimits {
     std::size_t points = 2'000'000;
 };
 
-/// What a block record shows: LINE, CIRCLE, ARC, ELLIPSE, POINT, LWPOLYLINE with bulges, TEXT, MTEXT, ATTRIB, SOLID and
-/// all that inserts bring, external references that were loaded included, in drawing order. Entities on layers that are
-/// off or frozen are left out, undecoded ones too. An id that names no block record gives nothing. Reads the database,
-/// so it belongs on its thread.
+/// What a block record shows: LINE, CIRCLE, ARC, ELLIPSE, SPLINE, POINT, RAY and XLINE, polylines with bulges and
+/// widths, meshes, TEXT, MTEXT with its formatting, ATTRIB, SOLID, 3DFACE, HATCH, LEADER, dimensions by their blocks
+/// and all that inserts bring, external references that were loaded included, in drawing order. Entities on layers that
+/// are off or frozen are left out, undecoded ones too. An id that names no block record gives nothing. Reads the
+/// database, so it belongs on its thread.
 Wireframe wireframeOf(AcDbObjectId blockRecord, const WireframeLimits& limits = {});
 
 /// The wireframe of the model space.

@@ -1,9 +1,12 @@
 #pragma once
 
 #include "editor/database/database_state.h"
+#include "editor/database/hatch_lines.h"
+#include "editor/database/text_lines.h"
 #include "editor/database/transform.h"
 #include "editor/database/wireframe.h"
 
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -45,6 +48,14 @@ private:
     void draw(const dwg::LightweightPolyline& polyline, const Transform& to);
     void draw(const dwg::Polyline2d& polyline, const Transform& to);
     void draw(const dwg::Polyline3d& polyline, const Transform& to);
+    void draw(const dwg::PolyfaceMesh& mesh, const Transform& to);
+    void draw(const dwg::PolygonMesh& mesh, const Transform& to);
+    void draw(const dwg::Spline& spline, const Transform& to);
+    void draw(const dwg::Leader& leader, const Transform& to);
+    void draw(const dwg::Hatch& hatch, const Transform& to);
+    void drawGradient(const dwg::Hatch& hatch, const Contour& run, const std::function<void(const Contour&)>& fill);
+    /// A line without ends where `both` is set, else one without a second end.
+    void drawEndless(const dwg::Ray& ray, const Transform& to, bool both);
     void draw(const dwg::TextFields& text, const std::wstring& content, const Transform& to);
     void draw(const dwg::MultilineText& text, const Transform& to);
 
@@ -54,10 +65,24 @@ private:
     void piece(const Transform& to, dwg::Point2 from, dwg::Point2 end, double elevation, double bulge,
                std::vector<AcGePoint3d>& points) const;
     void stroke(std::vector<AcGePoint3d> points, bool filled = false);
-    void text(std::wstring content, const AcGePoint3d& position, const AcGeVector3d& along, const AcGeVector3d& up);
+    /// The area of a piece of a polyline with a width.
+    void wide(const Transform& to, dwg::Point2 from, dwg::Point2 end, double elevation, double bulge, double startWidth,
+              double endWidth);
+    /// How a line of text stands: its unit directions and the width of an average letter and the height of a capital
+    /// in them.
+    struct Lettering {
+        AcGeVector3d right, up;
+        double letter = 1, height = 1;
+    };
+    /// A line of text by its aligned point, `anchor` of its width behind the left end.
+    void line(const std::vector<TextRun>& runs, const Transform& to, const AcGePoint3d& place,
+              const Lettering& lettering, double anchor);
+    /// Width of an average letter of a style to its height.
+    double letterWidth(const dwg::HandleRef& style) const;
 
     dwg::Handle layerOf(const dwg::Object& object, const Surroundings& around) const;
     std::uint16_t colourOf(const dwg::Object& object, dwg::Handle layer, const Surroundings& around) const;
+    std::uint16_t colourOfLayer(dwg::Handle layer) const;
     dwg::Handle linetypeOf(const dwg::Object& object, dwg::Handle layer, const Surroundings& around) const;
     /// Index of the pattern of a linetype at a scale.
     std::uint32_t patternOf(dwg::Handle linetype, double scale);
@@ -69,6 +94,10 @@ private:
     std::size_t insertCount = 0;
     /// Of the entity that is being drawn.
     std::uint16_t colour = 7;
+    struct OwnColours {
+        std::uint16_t byLayer = 7, byBlock = 7;
+    };
+    OwnColours ownColours;
     AcDbObjectId topEntity;
     bool foreign = false;
     std::uint32_t pattern = 0;
