@@ -30,6 +30,14 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 add_compile_definitions(_FILE_OFFSET_BITS=64)
 
+# What users run carries the compiler's and the linker's protections; dev/hardening checks that they are there.
+add_compile_options("$<$<CONFIG:Release>:-U_FORTIFY_SOURCE;-D_FORTIFY_SOURCE=2;-fstack-protector-strong;-fstack-clash-protection>")
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+  add_compile_options("$<$<CONFIG:Release>:-fcf-protection=full>")
+endif()
+add_link_options("$<$<CONFIG:Release>:-Wl,-z,relro;-Wl,-z,now;-Wl,-z,noexecstack>")
+set(CMAKE_EXE_LINKER_FLAGS_RELEASE "-pie")
+
 # The check of object types opens a pipe to look at memory, which a test that runs out of descriptors forbids.
 if(TESSARO_SANITIZE)
   add_compile_options(-fsanitize=${TESSARO_SANITIZE} -fno-sanitize-recover=all -fno-sanitize=vptr -fno-omit-frame-pointer -O1)

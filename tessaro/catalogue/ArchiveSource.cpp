@@ -70,8 +70,11 @@ public:
         while (!ended && stream.avail_out > 0) {
             if (stream.avail_in == 0)
                 Refill();
-            // What went wrong does not matter: what came out by then counts.
-            ended = inflate(&stream, Z_NO_FLUSH) != Z_OK;
+            const int result = inflate(&stream, Z_NO_FLUSH);
+            if (result == Z_MEM_ERROR)
+                throw std::bad_alloc();
+            // What else went wrong does not matter: what came out by then counts.
+            ended = result != Z_OK;
         }
         const std::size_t done = count - stream.avail_out;
         left = ended ? 0 : left - done;

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -34,6 +35,15 @@ std::vector<std::uint8_t> ReadRest(platform::File& file) {
     return bytes;
 }
 
+/// Where no memory is left for its line there is no line: a destructor throws nothing.
+void LogFailedClose(const char* reason) noexcept {
+    try {
+        Log(L"CArchiveExt: exception %s\n", platform::FromNarrow(reason).c_str());
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+}
+
 } // namespace
 
 CArchiveExt::CArchiveExt(platform::File* file, const std::wstring& word, bool compress)
@@ -53,7 +63,7 @@ CArchiveExt::~CArchiveExt() {
         if (HasFile() && onDelete == OnDelete::close)
             CArchiveExt::Close();
     } catch (const std::exception& exception) {
-        Log(L"CArchiveExt: exception %s\n", platform::FromNarrow(exception.what()).c_str());
+        LogFailedClose(exception.what());
     }
     CArchiveExt::Abort();
 }
@@ -112,7 +122,9 @@ void CArchiveExt::WriteContainer() {
     const auto packed = std::make_unique_for_overwrite<char16_t[]>(bound);
     auto* const bytes = reinterpret_cast<Bytef*>(packed.get());
     uLongf count = bound;
-    compress(bytes, &count, reinterpret_cast<const Bytef*>(memoryFile.data()), plainLength);
+    // Whatever else it says, what it wrote is the stream.
+    if (compress(bytes, &count, reinterpret_cast<const Bytef*>(memoryFile.data()), plainLength) == Z_MEM_ERROR)
+        throw std::bad_alloc();
     ContainerHead head;
     head.kind = password.empty() ? ContainerHead::kPacked : ContainerHead::kPackedWithPassword;
     head.plainLength = plainLength;

@@ -37,10 +37,18 @@ CStringToObMap* FindImage(const std::wstring& file) {
 }
 
 CStringToObMap& ImageOf(const std::wstring& file) {
-    auto& image = iniFiles[platform::ToLower(file)];
-    if (image == nullptr)
-        image = std::make_unique<CStringToObMap>();
-    return *image;
+    if (CStringToObMap* const image = FindImage(file))
+        return *image;
+    return *iniFiles.emplace(platform::ToLower(file), std::make_unique<CStringToObMap>()).first->second;
+}
+
+/// A new section, in the place of one of that name. Out of memory the image stays as it was.
+CStringToStringMap* AddSection(CStringToObMap& image, const std::wstring& name) {
+    auto made = std::make_unique<CStringToStringMap>();
+    CStringToStringMap* const old = image.Lookup(name);
+    image.SetAt(name, made.get());
+    delete old;
+    return made.release();
 }
 
 const CStringToStringMap* FindSection(const std::wstring& section, const std::wstring& file) {
@@ -171,10 +179,7 @@ bool ReadIniFile(const std::wstring& file) {
         if (line->starts_with(L';'))
             continue;
         if (line->starts_with(L'[')) {
-            const std::wstring name = SectionName(*line);
-            delete image.Lookup(name);
-            section = new CStringToStringMap;
-            image.SetAt(name, section);
+            section = AddSection(image, SectionName(*line));
         } else if (section != nullptr) {
             SetLine(*section, *line);
         }
@@ -217,10 +222,8 @@ int SetIniString(const std::wstring& section, const std::wstring& key, const std
     CStringToObMap& image = ImageOf(file);
     const std::wstring name = platform::ToLower(section);
     CStringToStringMap* found = image.Lookup(name);
-    if (found == nullptr) {
-        found = new CStringToStringMap;
-        image.SetAt(name, found);
-    }
+    if (found == nullptr)
+        found = AddSection(image, name);
     found->SetAt(platform::ToLower(key), value);
     return 1;
 }

@@ -20,8 +20,13 @@ public:
             *present = std::move(value);
             return;
         }
-        places.emplace(key, entries.size());
         entries.emplace_back(key, std::move(value));
+        try {
+            places.emplace(key, entries.size() - 1);
+        } catch (...) {
+            entries.pop_back(); // both or neither
+            throw;
+        }
     }
     bool RemoveKey(const std::wstring& key) {
         const auto found = places.find(key);

@@ -88,6 +88,14 @@ TEST_F(ExamineTool, withoutAPictureNoneIsWritten) {
     EXPECT_FALSE(std::filesystem::exists(pictures));
 }
 
+TEST_F(ExamineTool, askedForHelpItTellsItsUse) {
+    for (const char* asked : {"--help", "-h"}) {
+        const Outcome outcome = runTool(asked);
+        EXPECT_EQ(outcome.status, 0);
+        EXPECT_TRUE(outcome.output.starts_with("usage: tessaro-examine FILE [--background HEX]")) << outcome.output;
+    }
+}
+
 TEST_F(ExamineTool, saysWhatItCantDo) {
     write("AC1015");
     for (const std::string& arguments :
