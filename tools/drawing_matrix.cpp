@@ -1,5 +1,6 @@
 // Reads every drawing that it is given, saves it in every release that is written, reads it again and tells where the
-// two differ. With --reader it also compares what an independent reader tells of originals and copies of release 2000.
+// two differ. With --insert it inserts every drawing into a new one and into another one instead. With --reader it also
+// compares what an independent reader tells of originals and copies of release 2000.
 
 #include "editor/dwg/drawing_file.h"
 #include "tools/matrix_cases.h"
@@ -66,27 +67,72 @@ struct Totals {
     }
 };
 
+std::string magicOf(const fs::path& file) {
+    const auto source = dwg::openSource(file);
+    const auto magic = source ? dwg::readMagic(**source) : dwg::Result<std::string>(source.error());
+    return magic ? *magic : std::string();
+}
+
+/// The release that a drawing is saved in; null for one that isn't written.
+const matrix::Target* targetOf(const std::string& magic) {
+    constexpr const char* magics[] = {"AC1015", "AC1018", "AC1021", "AC1024", "AC1027", "AC1032"};
+    const auto* const found = std::ranges::find(magics, magic);
+    return found == std::end(magics) ? nullptr : &matrix::targets[static_cast<std::size_t>(found - magics)];
+}
+
+/// Every drawing into a new one, and into the next one of another release that is written.
+bool insertAll(const std::vector<fs::path>& files, const fs::path& copy) {
+    std::vector<std::string> magics;
+    std::ranges::transform(files, std::back_inserter(magics), magicOf);
+    Totals fresh, other;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        fresh.add(files[i].string() + " into a new drawing",
+                  matrix::insertAndCompare(files[i], {}, copy, matrix::targets.front()));
+        for (std::size_t step = 1; step < files.size(); ++step) {
+            const std::size_t next = (i + step) % files.size();
+            const matrix::Target* const target = targetOf(magics[next]);
+            if (target == nullptr || magics[next] == magics[i])
+                continue;
+            other.add(files[i].string() + " into " + files[next].string(),
+                      matrix::insertAndCompare(files[i], files[next], copy, *target));
+            break;
+        }
+    }
+    fresh.print("inserted into a new drawing");
+    other.print("inserted into a drawing of another release");
+    return fresh.equal == fresh.saves && other.equal == other.saves;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     std::vector<fs::path> files;
-    bool asksReader = false;
+    bool asksReader = false, inserts = false;
     for (int i = 1; i < count; ++i) {
         if (std::strcmp(arguments[i], "--reader") == 0) {
             asksReader = true;
+            continue;
+        }
+        if (std::strcmp(arguments[i], "--insert") == 0) {
+            inserts = true;
             continue;
         }
         const auto found = drawingsIn(arguments[i]);
         files.insert(files.end(), found.begin(), found.end());
     }
     if (files.empty()) {
-        std::fprintf(stderr, "use: drawing-matrix [--reader] FOLDER|DRAWING...\n");
+        std::fprintf(stderr, "use: drawing-matrix [--insert | --reader] FOLDER|DRAWING...\n");
         return 2;
     }
     std::string folder = (fs::temp_directory_path() / "drawing-matrix-XXXXXX").string();
     if (::mkdtemp(folder.data()) == nullptr)
         return 2;
     const fs::path copy = fs::path(folder) / "copy.dwg";
+    if (inserts) {
+        const bool isEqual = insertAll(files, copy);
+        fs::remove_all(folder);
+        return isEqual ? 0 : 1;
+    }
     bool allEqual = true;
     for (const matrix::Target& target : matrix::targets) {
         Totals totals;

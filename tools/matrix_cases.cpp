@@ -4,6 +4,7 @@
 #include "editor/dwg/facts.h"
 #include "editor/dwg/objects_codec.h"
 #include "editor/dwg/summary_record.h"
+#include "tools/matrix_fields.h"
 
 #include <algorithm>
 #include <set>
@@ -12,6 +13,26 @@ namespace matrix {
 
 const std::vector<Target> targets = {{AcDb::kDHL_1015, "2000"}, {AcDb::kDHL_1800, "2004"}, {AcDb::kDHL_1021, "2007"},
                                      {AcDb::kDHL_1024, "2010"}, {AcDb::kDHL_1027, "2013"}, {AcDb::kDHL_1032, "2018"}};
+
+dwg::Result<dwg::Bits> fieldsOf(const dwg::Object& object, const dwg::Drawing& drawing) {
+    dwg::Object own = object;
+    own.entity = dwg::EntityData{};
+    own.reactors.clear();
+    own.extensionDictionary.value = 0;
+    own.extendedData.clear();
+    own.closedTexts = false;
+    // An escape for a character that code pages lack may be spelt out in a wide text; it reads the same.
+    if (auto* const text = own.as<dwg::MultilineText>())
+        text->value = dwg::CodePage().decode(dwg::CodePage().encode(text->value));
+    // The size of a leader's annotation is stored up to 2007 only.
+    if (auto* const leader = own.as<dwg::Leader>())
+        leader->boxHeight = leader->boxWidth = 0;
+    if (dwg::OwnedChain* const chain = dwg::ownedChain(own))
+        chain->first = chain->last = {};
+    dwg::ObjectContext context(drawing);
+    context.release = dwg::Release::r2000;
+    return dwg::encodeObject(own, context);
+}
 
 namespace {
 
@@ -77,24 +98,6 @@ private:
             if (expected != same->entities)
                 differs("entities of block record " + narrow(block->head.name));
         }
-    }
-
-    /// An entity's own fields as one release stores them, without what hangs on its place in the drawing.
-    static dwg::Result<dwg::Bits> fieldsOf(const dwg::Object& object, const dwg::Drawing& drawing) {
-        dwg::Object own = object;
-        own.entity = dwg::EntityData{};
-        own.reactors.clear();
-        own.extensionDictionary.value = 0;
-        own.extendedData.clear();
-        own.closedTexts = false;
-        // An escape for a character that code pages lack may be spelt out in a wide text; it reads the same.
-        if (auto* const text = own.as<dwg::MultilineText>())
-            text->value = dwg::CodePage().decode(dwg::CodePage().encode(text->value));
-        if (dwg::OwnedChain* const chain = dwg::ownedChain(own))
-            chain->first = chain->last = {};
-        dwg::ObjectContext context(drawing);
-        context.release = dwg::Release::r2000;
-        return dwg::encodeObject(own, context);
     }
 
     void compareEntity(const dwg::Object& object) {

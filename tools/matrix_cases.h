@@ -35,4 +35,10 @@ Outcome saveAndCompare(const std::filesystem::path& drawing, const std::filesyst
 /// again: every object must be the same bit for bit. Nothing is done for releases that aren't written.
 Outcome rewriteAndCompare(const std::filesystem::path& drawing, const std::filesystem::path& copy);
 
+/// Reads a drawing and inserts it as a definition into the drawing `into`, or a new one where that is empty, which is
+/// saved as `copy` in the release of `target` and read again: the definition must have the model space of the drawing,
+/// by type and layer, and decoded entities their fields. What was left out isn't a difference.
+Outcome insertAndCompare(const std::filesystem::path& drawing, const std::filesystem::path& into,
+                         const std::filesystem::path& copy, const Target& target);
+
 } // namespace matrix

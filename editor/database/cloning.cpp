@@ -63,7 +63,9 @@ dwg::Handle Cloner::plan(const dwg::Object& object) {
     };
     if (const dwg::OwnedChain* const chain = dwg::ownedChain(object)) {
         std::ranges::for_each(chain->parts, planPart);
-        planPart(chain->sequenceEnd.value);
+        // Anything else there may have parts of its own, and an end that leads on.
+        if (source.drawing.body<dwg::SequenceEnd>(chain->sequenceEnd) != nullptr)
+            planPart(chain->sequenceEnd.value);
     }
     if (const auto* const block = object.as<dwg::BlockHeader>()) {
         planPart(block->begin.value);
@@ -80,7 +82,13 @@ dwg::Handle Cloner::mapped(dwg::Handle handle) {
     const dwg::Object* const object = source.live(handle);
     // Known before it is decided, so that a ring of owners ends.
     map[handle] = 0;
-    return map[handle] = object == nullptr ? 0 : decide(*object);
+    constexpr int deepest = 100;
+    if (object == nullptr || depth == deepest)
+        return 0;
+    ++depth;
+    const dwg::Handle decided = decide(*object);
+    --depth;
+    return map[handle] = decided;
 }
 
 dwg::Handle Cloner::decide(const dwg::Object& object) {

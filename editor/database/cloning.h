@@ -58,6 +58,8 @@ private:
     dwg::Handle definition = 0;
     std::wstring definitionName;
     bool circular = false;
+    /// Of owners that one decision leads to; what lies deeper stays behind.
+    int depth = 0;
     /// Handles of the source to handles of the destination; 0 for what stays behind.
     std::unordered_map<dwg::Handle, dwg::Handle> map;
     std::vector<Planned> planned;

@@ -135,6 +135,7 @@ Result<Drawing> readDrawing(const DrawingFile& file) {
     if (loader.isOverLimit())
         return Error{ErrorKind::tooLarge, "the objects take more memory than a file of this size may ask for", 0};
     resolveLinks(drawing);
+    checkContent(drawing);
     return drawing;
 }
 

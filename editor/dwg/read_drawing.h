@@ -15,4 +15,9 @@ Result<Drawing> readDrawing(const DrawingFile& file);
 /// records their entities in order, insertions and polylines their parts.
 void resolveLinks(Drawing& drawing);
 
+/// Adds findings for what is kept as it is though it can't be meant: objects that own themselves by way of others,
+/// blocks that are inserted in themselves, names of table records with control characters. Who walks along owners or
+/// nested blocks must bound the way.
+void checkContent(Drawing& drawing);
+
 } // namespace dwg

@@ -70,7 +70,7 @@ TEST(EntityLines, TellLayerColourAndLinetypeAndEscapeNames) {
     const QString file = QString::fromStdString(folder.write("circles.dwg", fileWithCircles()).string());
     const Outcome run = printed({file});
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.errors, file.toStdString() + ": object 10: its name holds control characters\n");
     EXPECT_THAT(run.out, HasSubstr("# " + file.toStdString() + "\n"));
     EXPECT_THAT(run.out, HasSubstr("\tCIRCLE\t"));
     EXPECT_THAT(run.out, HasSubstr("\tA\\x09B\\\\C\tBYLAYER\tBYLAYER\n"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/dwg/model.h"
+#include "tests/dwg/real_drawings.h"
 
 #include <filesystem>
 #include <ostream>
@@ -18,9 +19,6 @@ namespace tests {
 
 /// The real drawings of release AC1015 beside the checkout; none where the folder is absent.
 std::vector<std::filesystem::path> drawingsOf2000();
-
-/// Those of all releases from AC1012 on.
-std::vector<std::filesystem::path> realDrawings();
 
 /// Bytes in hexadecimal, for messages.
 std::string hex(const std::vector<std::uint8_t>& bytes);
