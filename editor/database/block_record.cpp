@@ -119,6 +119,7 @@ int AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator*& iterator) c
         return object == nullptr || !object->isEntity();
     });
     walk->skip(1);
+    database()->impl()->expectOpened(walk->entities.size());
     iterator = new AcDbBlockTableRecordIterator(std::move(walk));
     return eOk;
 }

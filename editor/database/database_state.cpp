@@ -116,13 +116,16 @@ int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::Open
         return Acad::eNullObjectId;
     if (isErased(handle))
         return Acad::eWasErased;
-    dwg::Object* const object = drawing.find(handle);
-    if (object == nullptr)
-        return Acad::eInvalidKey;
-    std::unique_ptr<AcDbObject>& slot = opened[handle];
-    if (!slot)
-        slot = editor::makeInterfaceObject(&self, drawing, *object);
-    AcDbObject::Impl& state = *slot->impl();
+    auto slot = opened.find(handle);
+    // What left the drawing is its interface object's own.
+    if (slot == opened.end() || slot->second->impl()->own) {
+        dwg::Object* const object = drawing.find(handle);
+        if (object == nullptr)
+            return Acad::eInvalidKey;
+        if (slot == opened.end())
+            slot = opened.emplace(handle, editor::makeInterfaceObject(&self, drawing, *object)).first;
+    }
+    AcDbObject::Impl& state = *slot->second->impl();
     if (mode != AcDb::kForNotify && state.writing)
         return Acad::eWasOpenForWrite;
     if (mode == AcDb::kForWrite) {
@@ -133,8 +136,13 @@ int AcDbDatabase::Impl::open(AcDbObject*& result, dwg::Handle handle, AcDb::Open
     } else {
         ++state.readers;
     }
-    result = slot.get();
+    result = slot->second.get();
     return eOk;
+}
+
+void AcDbDatabase::Impl::expectOpened(std::size_t more) {
+    if (more > opened.size())
+        opened.reserve(opened.size() + more);
 }
 
 dwg::Object& AcDbDatabase::Impl::take(AcDbObject* object) {

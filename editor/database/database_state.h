@@ -82,6 +82,8 @@ struct AcDbDatabase::Impl {
             object->close();
         return Acad::eNotApplicable;
     }
+    /// Gets ready for so many objects that will be opened.
+    void expectOpened(std::size_t more);
     /// Makes a new object part of the drawing under a new handle; its interface object is the database's from here on
     /// and open for write.
     dwg::Object& take(AcDbObject* object);

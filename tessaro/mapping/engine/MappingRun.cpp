@@ -9,7 +9,7 @@
 namespace {
 
 constexpr int kLayer = 0, kLinetype = 1;
-constexpr std::uint16_t kByLayerColour = 256;
+constexpr std::uint16_t kByBlockColour = 0, kByLayerColour = 256;
 constexpr const wchar_t* kLayerZero = L"0";
 constexpr const wchar_t* kDefpoints = L"DEFPOINTS";
 
@@ -27,19 +27,8 @@ std::wstring LayerLinetypeName(const AcDbLayerTableRecord& layer) {
     return name;
 }
 
-/// A colour index as decimal text.
-std::wstring ColorText(std::uint16_t index) {
-    static const std::vector<std::wstring> texts = [] {
-        std::vector<std::wstring> made;
-        while (made.size() <= kByLayerColour)
-            made.push_back(std::to_wstring(made.size()));
-        return made;
-    }();
-    return index < texts.size() ? texts[index] : std::to_wstring(index);
-}
-
 std::wstring LayerColorText(const AcDbLayerTableRecord& layer) {
-    return ColorText(layer.colorIndex());
+    return std::to_wstring(layer.colorIndex());
 }
 
 } // namespace
@@ -52,7 +41,7 @@ bool MappingRun::MapLayerScheme() {
     ListLayers(*layers);
     for (const std::wstring& name : existing) {
         std::wstring source = name, target;
-        if (!Resolve(source, target))
+        if (!ResolveMap(scheme, source, target))
             target = source;
         target = platform::ToUpper(target);
         keep.Add(target);
@@ -102,25 +91,40 @@ void MappingRun::ListLayers(AcDbLayerTable& layers) {
 }
 
 void MappingRun::CollectByEntity(const AcDbLayerTable& layers, const SpecialEntry& special) {
+    std::unordered_map<const std::wstring*, Collected> seen;
     ForEachEntity(side, [&](const AcDbEntity& entity) {
-        std::optional<std::wstring> key = KeyOf(entity, special, layers, true);
-        if (!key)
+        const std::wstring* const key = KeyOf(entity, special, layers, true);
+        if (key == nullptr)
             return false;
-        std::wstring target;
-        if (Resolve(*key, target)) {
-            target = platform::ToUpper(target);
-            keep.Add(target);
-            entityMap[*key] = target;
-            return true;
-        }
-        // An entity that stays where it is keeps its layer.
-        const std::wstring layer = entity.layer();
-        if (layer == kDefpoints)
-            entityMap[layer] = layer;
-        else if (layer != kLayerZero)
-            keep.Add(layer);
+        Collected& collected = seen[key];
+        if (!collected.isFinal)
+            collected = Collect(*key);
+        if (!collected.isMapped)
+            KeepInPlace(LayerOf(entity, layers));
         return true;
     });
+}
+
+MappingRun::Collected MappingRun::Collect(std::wstring key) {
+    constexpr int kAsk = 1;
+    std::wstring target;
+    const bool isMapped = ResolveMap(scheme, key, target);
+    if (isMapped) {
+        target = platform::ToUpper(target);
+        keep.Add(target);
+        entityMap[key] = target;
+    }
+    // A question that was cancelled comes again for the same name; an entity that stays on DEFPOINTS enters that key.
+    return {isMapped, scheme.unknownMode != kAsk && key != kDefpoints};
+}
+
+void MappingRun::KeepInPlace(LayerOfEntity& layer) {
+    if (layer.name == kDefpoints) {
+        entityMap[layer.name] = layer.name;
+    } else if (!layer.isKept && layer.name != kLayerZero) {
+        keep.Add(layer.name);
+        layer.isKept = true;
+    }
 }
 
 void MappingRun::CreateMissingLayers(AcDbLayerTable& layers) {
@@ -135,18 +139,26 @@ void MappingRun::CreateMissingLayers(AcDbLayerTable& layers) {
 
 void MappingRun::ApplyMapToEntities(const AcDbLayerTable& layers) {
     const SpecialEntry special = FindSpecialEntry();
-    std::unordered_map<std::wstring, AcDbObjectId> destinations;
-    for (const auto& [key, target] : entityMap)
-        layers.getAt(target.c_str(), destinations[key]);
+    /// Where a key leads; no target keeps an entity as it is, a layer that could not be made keeps it in its place.
+    struct Destination {
+        bool isTarget = false;
+        AcDbObjectId layer;
+    };
+    std::unordered_map<const std::wstring*, Destination> destinations;
     ForEachEntity(side, [&](AcDbEntity& entity) {
-        const std::optional<std::wstring> key = KeyOf(entity, special, layers, false);
-        if (!key)
+        const std::wstring* const key = KeyOf(entity, special, layers, false);
+        if (key == nullptr)
             return false;
-        const auto found = destinations.find(*key);
-        if (found == destinations.end())
+        const auto [place, isNew] = destinations.try_emplace(key);
+        Destination& destination = place->second;
+        if (const auto found = isNew ? entityMap.find(*key) : entityMap.end(); found != entityMap.end()) {
+            destination.isTarget = true;
+            layers.getAt(found->second.c_str(), destination.layer);
+        }
+        if (!destination.isTarget)
             return true;
         entity.upgradeOpen();
-        entity.setLayer(found->second, true, false);
+        entity.setLayer(destination.layer, true, false);
         if (scheme.defaultToByLayer) {
             entity.setColorIndex(kByLayerColour, true);
             entity.setLinetype(L"BYLAYER", true);
@@ -174,32 +186,38 @@ bool MappingRun::SpecialEntry::AppliesTo(const AcDbEntity& entity) const {
 }
 
 MappingRun::SpecialEntry MappingRun::FindSpecialEntry() const {
-    constexpr SpecialEntry entries[] = {{L"*TEXT OBJECTS", true, false},
-                                        {L"*DIMENSION OBJECTS", false, true},
-                                        {L"*TEXT AND DIMENSION OBJECTS", true, true}};
+    const SpecialEntry entries[] = {{L"*TEXT OBJECTS", true, false},
+                                    {L"*DIMENSION OBJECTS", false, true},
+                                    {L"*TEXT AND DIMENSION OBJECTS", true, true}};
     for (const SpecialEntry& entry : entries)
         if (scheme.maps.Lookup(entry.word) != nullptr)
             return entry;
     return {};
 }
 
-std::optional<std::wstring> MappingRun::KeyOf(const AcDbEntity& entity, const SpecialEntry& special,
-                                              const AcDbLayerTable& layers, bool keepsDefpoints) {
+const std::wstring* MappingRun::KeyOf(const AcDbEntity& entity, const SpecialEntry& special,
+                                      const AcDbLayerTable& layers, bool keepsDefpoints) {
     if (special.AppliesTo(entity))
-        return special.word;
+        return &special.word;
     if (scheme.schemeType == kLayer)
-        return LayerOf(entity, layers).name;
-    const bool byLinetype = scheme.schemeType == kLinetype;
-    std::wstring own = byLinetype ? entity.linetype() : ColorText(entity.colorIndex());
-    if (own == (byLinetype ? L"BYBLOCK" : L"0"))
-        return std::nullopt;
-    if (own != (byLinetype ? L"BYLAYER" : L"256"))
-        return own;
+        return &LayerOf(entity, layers).name;
+    if (scheme.schemeType == kLinetype) {
+        std::wstring own = entity.linetype();
+        if (own == L"BYBLOCK")
+            return nullptr;
+        if (own != L"BYLAYER")
+            return &*ownLinetypes.insert(std::move(own)).first;
+    } else if (const std::uint16_t own = entity.colorIndex(); own != kByLayerColour) {
+        const auto [place, isNew] = ownColours.try_emplace(own);
+        if (isNew)
+            place->second = std::to_wstring(own);
+        return own == kByBlockColour ? nullptr : &place->second;
+    }
     const LayerOfEntity& layer = LayerOf(entity, layers);
-    return keepsDefpoints && layer.name == kDefpoints ? layer.name : layer.value;
+    return keepsDefpoints && layer.name == kDefpoints ? &layer.name : &layer.value;
 }
 
-const MappingRun::LayerOfEntity& MappingRun::LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers) {
+MappingRun::LayerOfEntity& MappingRun::LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers) {
     const auto [place, isNew] = layersOfEntities.try_emplace(entity.layerId().handle);
     LayerOfEntity& layer = place->second;
     if (!isNew)
@@ -212,21 +230,4 @@ const MappingRun::LayerOfEntity& MappingRun::LayerOf(const AcDbEntity& entity, c
     if (const auto* const found = dynamic_cast<const AcDbLayerTableRecord*>(opened))
         layer.value = scheme.schemeType == kLinetype ? LayerLinetypeName(*found) : LayerColorText(*found);
     return layer;
-}
-
-bool MappingRun::Resolve(std::wstring& name, std::wstring& target) {
-    constexpr int kAsk = 1;
-    // A question that was cancelled comes again for the same name.
-    if (scheme.unknownMode == kAsk)
-        return ResolveMap(scheme, name, target);
-    const auto [place, isNew] = answers.try_emplace(name);
-    Answer& answer = place->second;
-    if (isNew) {
-        answer.name = name;
-        answer.mapped = ResolveMap(scheme, answer.name, answer.target);
-    }
-    name = answer.name;
-    if (answer.mapped)
-        target = answer.target;
-    return answer.mapped;
 }

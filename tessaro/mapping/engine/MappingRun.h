@@ -5,7 +5,6 @@
 #include "editor/sdk/db.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <unordered_map>
 #include <unordered_set>
@@ -57,7 +56,7 @@ public:
 private:
     /// Text and dimension entities go by their kind where the scheme has one of the three special entries.
     struct SpecialEntry {
-        const wchar_t* word = nullptr;
+        std::wstring word;
         bool texts = false;
         bool dimensions = false;
 
@@ -68,24 +67,27 @@ private:
     /// The first walk of a scheme by linetype or colour. DEFPOINTS as a layer is a key of its own here.
     void CollectByEntity(const AcDbLayerTable& layers, const SpecialEntry& special);
     bool MapByEntity(const SpecialEntry& special);
-    /// What the entity is looked up by; nothing for one that goes by its insertion (BYBLOCK).
-    std::optional<std::wstring> KeyOf(const AcDbEntity& entity, const SpecialEntry& special,
-                                      const AcDbLayerTable& layers, bool keepsDefpoints);
+    /// What the entity is looked up by, the same text at the same place for as long as the run and `special` last; null
+    /// for one that goes by its insertion (BYBLOCK).
+    const std::wstring* KeyOf(const AcDbEntity& entity, const SpecialEntry& special, const AcDbLayerTable& layers,
+                              bool keepsDefpoints);
+    struct Collected {
+        bool isMapped = false;
+        bool isFinal = false; ///< the next entity of that key changes nothing
+    };
+    /// Enters the target of a key that has one.
+    Collected Collect(std::wstring key);
     /// A layer by its name and its linetype or colour.
     struct LayerOfEntity {
         std::wstring name, value;
+        bool isKept = false; ///< an entity stays on it
     };
-    const LayerOfEntity& LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers);
-    /// ResolveMap, with answers remembered where nobody is asked.
-    bool Resolve(std::wstring& name, std::wstring& target);
-
-    struct Answer {
-        bool mapped = false;
-        std::wstring name, target;
-    };
+    LayerOfEntity& LayerOf(const AcDbEntity& entity, const AcDbLayerTable& layers);
+    void KeepInPlace(LayerOfEntity& layer);
 
     AcDbDatabase& side;
     MapScheme& scheme;
-    std::unordered_map<std::wstring, Answer> answers;
     std::unordered_map<std::uint64_t, LayerOfEntity> layersOfEntities; ///< by handle; none changes during a run
+    std::unordered_set<std::wstring> ownLinetypes;                     ///< of entities, by name
+    std::unordered_map<std::uint16_t, std::wstring> ownColours;        ///< of entities, as decimal text
 };
