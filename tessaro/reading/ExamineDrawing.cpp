@@ -43,8 +43,11 @@ private:
 };
 
 std::wstring Reading::DrawingPath() const {
-    const std::wstring told = platform::Join(task.folder, task.block.name + L".dwg");
-    return platform::FindPath(told).value_or(told);
+    const std::wstring stem = platform::Join(task.folder, task.block.name);
+    // Both usual spellings ahead of a search, which lists the folder for each of its drawings.
+    if (const auto spelled = FindSpelling({stem + L".dwg", stem + L".DWG"}))
+        return *spelled;
+    return platform::FindPath(stem + L".dwg").value_or(stem + L".dwg");
 }
 
 void Reading::Run() {

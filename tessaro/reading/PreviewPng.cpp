@@ -71,20 +71,46 @@ private:
     bool ended = false;
 };
 
+/// The chunk at that place with its frame; empty where none stands there whole.
+std::span<const std::uint8_t> ChunkAt(std::span<const std::uint8_t> png, std::size_t at) {
+    const auto rest = png.subspan(at);
+    if (rest.size() < kChunkFrame)
+        return {};
+    const std::size_t length = BigEndian(rest);
+    return length > rest.size() - kChunkFrame ? std::span<const std::uint8_t>{} : rest.first(kChunkFrame + length);
+}
+
+bool HasName(std::span<const std::uint8_t> chunk, std::string_view name) {
+    return std::equal(name.begin(), name.end(), chunk.begin() + 4);
+}
+
 bool FitsUnpacked(std::span<const std::uint8_t> png, std::uint64_t limit) {
     PackedData data(limit);
     std::size_t at = kSignatureSize;
-    while (png.size() - at >= kChunkFrame) {
-        const std::size_t length = BigEndian(png.subspan(at));
-        if (length > png.size() - at - kChunkFrame)
-            break;
-        const auto chunk = png.subspan(at + 4, 4);
-        constexpr std::string_view name = "IDAT";
-        if (std::equal(chunk.begin(), chunk.end(), name.begin()) && !data.Add(png.subspan(at + 8, length)))
+    for (auto chunk = ChunkAt(png, at); !chunk.empty(); chunk = ChunkAt(png, at)) {
+        if (HasName(chunk, "IDAT") && !data.Add(chunk.subspan(8, chunk.size() - kChunkFrame)))
             return false;
-        at += kChunkFrame + length;
+        at += chunk.size();
     }
     return true;
+}
+
+/// The chunks that the pixels are made of. What else there is, colour profiles and texts, has no part in them, and the
+/// decoder would unpack as much of it as there are chunks.
+std::vector<std::uint8_t> WithoutNotes(std::span<const std::uint8_t> png) {
+    constexpr std::uint8_t noteBit = 0x20; // of the name's first letter
+    const auto signature = png.first(kSignatureSize);
+    std::vector<std::uint8_t> bytes(signature.begin(), signature.end());
+    std::size_t at = kSignatureSize;
+    for (auto chunk = ChunkAt(png, at); !chunk.empty(); chunk = ChunkAt(png, at)) {
+        if ((chunk[4] & noteBit) == 0 || HasName(chunk, "tRNS"))
+            bytes.insert(bytes.end(), chunk.begin(), chunk.end());
+        at += chunk.size();
+    }
+    // A chunk that breaks off is the decoder's to judge.
+    const auto rest = png.subspan(at);
+    bytes.insert(bytes.end(), rest.begin(), rest.end());
+    return bytes;
 }
 
 void AppendNumber(PreviewBytes& out, std::uint32_t value, int size) {
@@ -130,10 +156,11 @@ std::optional<PreviewBytes> DecodePng(std::span<const std::uint8_t> png) {
     if (!FitsUnpacked(png, std::uint64_t{size->width} * size->height * kLargestPixel + rows))
         return std::nullopt;
 
+    const std::vector<std::uint8_t> picture = WithoutNotes(png);
     unsigned char* decoded = nullptr;
     unsigned width = 0;
     unsigned height = 0;
-    const unsigned failure = lodepng_decode24(&decoded, &width, &height, png.data(), png.size());
+    const unsigned failure = lodepng_decode24(&decoded, &width, &height, picture.data(), picture.size());
     const std::unique_ptr<unsigned char, decltype(&std::free)> pixels(decoded, &std::free);
     if (failure != 0 || !pixels)
         return std::nullopt;

@@ -66,6 +66,14 @@ TEST_F(ExamineResult, aDrawingIsFoundIgnoringCase) {
     EXPECT_EQ(calls.at(0).path, directory.path + L"/A.DWG");
 }
 
+TEST_F(ExamineResult, anExtensionInUpperCaseIsFoundWithoutASearch) {
+    folder.write("A.dwg", "what a search would find");
+    folder.write("a.DWG", drawing(kGreen));
+    examine();
+    EXPECT_EQ(block.fileType, 16);
+    EXPECT_EQ(calls.at(0).path, directory.path + L"/a.DWG");
+}
+
 TEST_F(ExamineResult, aFailingReadEndsInTheBridgeWithWhatWasRead) {
     // The process's memory opens as a file, and its first bytes can't be read.
     std::filesystem::create_symlink("/proc/self/mem", folder.path() / "a.dwg");

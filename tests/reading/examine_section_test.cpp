@@ -277,6 +277,18 @@ std::string bigEndian(std::uint32_t value) {
     return bytes;
 }
 
+std::string chunk(const std::string& name, const std::string& content) {
+    const std::string data = name + content;
+    const uLong check = crc32(0, reinterpret_cast<const Bytef*>(data.data()), static_cast<uInt>(data.size()));
+    return bigEndian(static_cast<std::uint32_t>(content.size())) + data + bigEndian(static_cast<std::uint32_t>(check));
+}
+
+std::optional<PreviewBytes> decoded(const std::string& png) {
+    return DecodePng({reinterpret_cast<const std::uint8_t*>(png.data()), png.size()});
+}
+
+constexpr std::size_t kFirstChunkEnd = 33;
+
 /// So many megabytes of zeros, packed.
 std::string packedZeros(int megabytes) {
     const std::vector<Bytef> zeros(1 << 20);
@@ -296,17 +308,32 @@ std::string packedZeros(int megabytes) {
 }
 
 TEST(DecodePng, packedDataThatUnpacksBeyondThePictureIsNotUnpacked) {
-    const std::string head = plainPng(2, 2, 0).substr(0, 33);
-    const std::string data = "IDAT" + packedZeros(400);
-    const uLong check = crc32(0, reinterpret_cast<const Bytef*>(data.data()), static_cast<uInt>(data.size()));
-    const std::string bomb = head + bigEndian(static_cast<std::uint32_t>(data.size() - 4)) + data +
-                             bigEndian(static_cast<std::uint32_t>(check));
+    const std::string bomb = plainPng(2, 2, 0).substr(0, kFirstChunkEnd) + chunk("IDAT", packedZeros(400));
     rusage before{};
     getrusage(RUSAGE_SELF, &before);
-    EXPECT_FALSE(DecodePng({reinterpret_cast<const std::uint8_t*>(bomb.data()), bomb.size()}));
+    EXPECT_FALSE(decoded(bomb));
     rusage after{};
     getrusage(RUSAGE_SELF, &after);
     EXPECT_LT(after.ru_maxrss - before.ru_maxrss, 100 * 1024) << "kilobytes";
+}
+
+TEST(DecodePng, profilesAndTextsBesideThePictureAreNotUnpacked) {
+    const std::string plain = plainPng(20, 16, kGreen);
+    ASSERT_TRUE(decoded(plain));
+    for (const std::string& note : {chunk("iCCP", "profile\0\0 nothing packed"s), chunk("zTXt", "key\0\0 nor here"s),
+                                    chunk("sBIT", "of another length"), chunk("teSt", "")}) {
+        std::string noted = plain;
+        EXPECT_EQ(decoded(noted.insert(kFirstChunkEnd, note)), decoded(plain)) << note.substr(4, 4);
+    }
+    std::string unknown = plain;
+    EXPECT_FALSE(decoded(unknown.insert(kFirstChunkEnd, chunk("TEST", "")))) << "what a reader must know";
+}
+
+TEST(DecodePng, aChunkThatBreaksOffIsTheDecodersToJudge) {
+    const std::string plain = plainPng(20, 16, kGreen);
+    EXPECT_EQ(decoded(plain + chunk("teXt", "behind the end").substr(0, 15)), decoded(plain));
+    for (std::size_t length = 0; length + 12 < plain.size(); ++length)
+        EXPECT_FALSE(decoded(plain.substr(0, length))) << length;
 }
 
 TEST(DecodePng, anythingElseIsNone) {
