@@ -32,24 +32,29 @@ namespace {
 using tools::dated;
 using tools::quoted;
 
+constexpr const char* kUsage = "usage: cache-dump FILE [--ini FILE]";
+
 struct Options {
     std::wstring file;
     std::optional<std::wstring> ini;
+    bool help = false;
 };
 
 Options parseOptions(int argc, char** argv) {
     Options options;
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        if (argument == "--ini" && i + 1 < argc)
+        if (argument == "--help" || argument == "-h")
+            options.help = true;
+        else if (argument == "--ini" && i + 1 < argc)
             options.ini = platform::FromNarrow(argv[++i]);
         else if (argument.starts_with("--") || !options.file.empty())
             throw std::invalid_argument("unknown argument: " + std::string(argument));
         else
             options.file = platform::FromNarrow(argument);
     }
-    if (options.file.empty())
-        throw std::invalid_argument("usage: cache-dump FILE [--ini FILE]");
+    if (options.file.empty() && !options.help)
+        throw std::invalid_argument(kUsage);
     return options;
 }
 
@@ -256,7 +261,12 @@ bool print(const Options& options) {
 
 int main(int argc, char** argv) {
     try {
-        return print(parseOptions(argc, argv)) ? 0 : 1;
+        const Options options = parseOptions(argc, argv);
+        if (options.help) {
+            std::puts(kUsage);
+            return 0;
+        }
+        return print(options) ? 0 : 1;
     } catch (const platform::FileException& exception) {
         std::fprintf(stderr, "cache-dump: %s\n", platform::ToNarrow(exception.ErrorText()).c_str());
     } catch (const platform::UserException&) {

@@ -31,7 +31,11 @@
 
 namespace {
 
+constexpr const char* kUsage = "usage: tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] "
+                               "[--pictures DIR] [--paint DIR]";
+
 struct Options {
+    bool help = false;
     std::wstring file;
     std::uint32_t background = 0;
     std::optional<MarkPoints> marks;
@@ -64,7 +68,9 @@ Options parseOptions(int argc, char** argv) {
     };
     for (int i = 1; i < argc; ++i) {
         const std::string_view argument = argv[i];
-        if (argument == "--background") {
+        if (argument == "--help" || argument == "-h") {
+            options.help = true;
+        } else if (argument == "--background") {
             options.background = parse<std::uint32_t>(next(i), 16);
         } else if (argument == "--mark") {
             if (!options.marks)
@@ -82,9 +88,8 @@ Options parseOptions(int argc, char** argv) {
             options.file = platform::FromNarrow(argument);
         }
     }
-    if (options.file.empty())
-        throw std::invalid_argument("usage: tessaro-examine FILE [--background HEX] [--mark X,Y]... [--no-marks] "
-                                    "[--pictures DIR] [--paint DIR]");
+    if (options.file.empty() && !options.help)
+        throw std::invalid_argument(kUsage);
     return options;
 }
 
@@ -172,7 +177,11 @@ void run(const Options& options) {
 
 int main(int argc, char** argv) try {
     platform::SetMainThread();
-    run(parseOptions(argc, argv));
+    const Options options = parseOptions(argc, argv);
+    if (options.help)
+        std::puts(kUsage);
+    else
+        run(options);
     return 0;
 } catch (const std::exception& failure) {
     std::fprintf(stderr, "tessaro-examine: %s\n", failure.what());

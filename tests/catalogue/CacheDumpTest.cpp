@@ -133,3 +133,10 @@ TEST_F(CacheDump, AFileThatIsMissingAndAnArgumentThatIsUnknownAreTold) {
     EXPECT_EQ(status, 1);
     EXPECT_THAT(Dump("--what"), HasSubstr("unknown argument: --what"));
 }
+
+TEST_F(CacheDump, AskedForHelpItTellsItsUse) {
+    for (const char* asked : {"--help", "-h"}) {
+        EXPECT_EQ(Dump(asked), "usage: cache-dump FILE [--ini FILE]\n");
+        EXPECT_EQ(status, 0);
+    }
+}
