@@ -219,23 +219,39 @@ private:
                itemMark(lines[at]) == 0 && !lines[at].starts_with("```") && !lines[at].starts_with("|") &&
                !lines[at].starts_with("<!--");
     }
+    static std::string listTag(std::string_view line) {
+        return std::isdigit(static_cast<unsigned char>(line[0])) != 0 ? "ol" : "ul";
+    }
+    bool isItem(const std::string& tag) const {
+        return at < lines.size() && itemMark(lines[at]) != 0 && listTag(lines[at]) == tag;
+    }
+    void skipEmpty() {
+        while (at < lines.size() && trimmed(lines[at]).empty())
+            ++at;
+    }
+    /// The words of this line and of those that go on with it.
+    std::string run(std::string_view first) {
+        std::string words(trimmed(first));
+        for (++at; goesOn(); ++at)
+            words.append(" ").append(trimmed(lines[at]));
+        return words;
+    }
+    /// Items, with empty lines between them or without; indented lines behind an empty one belong to the item.
     void list() {
-        const std::string tag = std::isdigit(static_cast<unsigned char>(lines[at][0])) != 0 ? "ol" : "ul";
+        const std::string tag = listTag(lines[at]);
         out += "<" + tag + ">\n";
-        while (at < lines.size() && itemMark(lines[at]) != 0) {
-            std::string item(lines[at].substr(itemMark(lines[at])));
-            for (++at; goesOn(); ++at)
-                item.append(" ").append(trimmed(lines[at]));
-            out += "<li>" + inlined(item) + "</li>\n";
+        while (isItem(tag)) {
+            out += "<li>" + inlined(run(lines[at].substr(itemMark(lines[at]))));
+            skipEmpty();
+            while (at < lines.size() && lines[at].starts_with("  ")) {
+                out += "<p>" + inlined(run(lines[at])) + "</p>";
+                skipEmpty();
+            }
+            out += "</li>\n";
         }
         out += "</" + tag + ">\n";
     }
-    void paragraph() {
-        std::string words(trimmed(lines[at]));
-        for (++at; goesOn(); ++at)
-            words.append(" ").append(trimmed(lines[at]));
-        out += "<p>" + inlined(words) + "</p>\n";
-    }
+    void paragraph() { out += "<p>" + inlined(run(lines[at])) + "</p>\n"; }
 
     const std::vector<std::string_view> lines;
     const MarkdownTargets& targets;
