@@ -3,6 +3,7 @@
 #include "editor/application/drawing.h"
 #include "editor/application/editor.h"
 #include "editor/application/format.h"
+#include "editor/application/object_snaps.h"
 #include "editor/application/search_path.h"
 #include "editor/application/text.h"
 
@@ -117,6 +118,7 @@ void Variables::addOfSession() {
     addInteger(L"CMDECHO", 1, 0, 1);
     addInteger(L"EXPERT", 0, 0, 5);
     addInteger(L"ATTREQ", 1, 0, 1);
+    addInteger(L"OSMODE", snapModeAtFirst, 0, 2 * snapSwitchedOff - 1);
     table.push_back({L"INSNAME", [this] { return Value(insertName); },
                      [this](const VariableValue& value) {
                          insertName = std::get<std::wstring>(value);

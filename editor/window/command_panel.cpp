@@ -15,6 +15,18 @@ namespace editor {
 namespace {
 constexpr int historyLines = 5000;
 constexpr qsizetype recallLimit = 200;
+constexpr qsizetype lineLimit = 2000; // characters of a line; the layout of an endless one would take minutes
+
+QString withShortLines(const QString& text) {
+    if (text.size() <= lineLimit)
+        return text;
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString& line : lines) {
+        if (line.size() > lineLimit)
+            line = line.left(lineLimit) + QStringLiteral("...");
+    }
+    return lines.join(QLatin1Char('\n'));
+}
 } // namespace
 
 QStringList keywordsOf(const QString& prompt) {
@@ -61,7 +73,7 @@ CommandPanel::CommandPanel(QWidget* parent)
 void CommandPanel::append(const QString& text) {
     QTextCursor end = history->textCursor();
     end.movePosition(QTextCursor::End);
-    end.insertText(text);
+    end.insertText(withShortLines(text));
     history->setTextCursor(end);
     history->ensureCursorVisible();
 }

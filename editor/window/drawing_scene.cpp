@@ -1,6 +1,8 @@
 #include "editor/window/drawing_scene.h"
 
 #include "editor/database/colours.h"
+#include "editor/database/text_lines.h"
+#include "editor/window/clipping.h"
 
 #include <QFontMetricsF>
 #include <QPainter>
@@ -17,8 +19,9 @@ constexpr double largestText = 20000; // pixels
 constexpr double smallestDash = 3;    // pixels of a whole pattern
 constexpr double mostDashes = 5000;   // of one run
 constexpr double closest = 0.4;       // pixels between points that are told apart
-constexpr double farthest = 1e6;      // pixels from the middle that a painter still takes
+constexpr double farthest = 20000;    // pixels from the corner that a painter is given
 constexpr double foreignStrength = 0.5;
+constexpr double endless = 1e300;
 
 QRectF boundsOf(const std::vector<QPointF>& points, std::size_t first) {
     double left = points[first].x(), right = left, low = points[first].y(), high = low;
@@ -52,8 +55,42 @@ QColor blended(const QColor& front, const QColor& back, double strength) {
 }
 
 // A painter's own clipping loses far-away points to overflow.
+bool isFar(const QPointF& point) {
+    return !(std::abs(point.x()) < farthest && std::abs(point.y()) < farthest);
+}
+
+// Beyond it no clipping is exact to a pixel any more.
 QPointF within(const QPointF& point) {
-    return {std::clamp(point.x(), -farthest, farthest), std::clamp(point.y(), -farthest, farthest)};
+    constexpr double most = 1e12;
+    return {std::clamp(point.x(), -most, most), std::clamp(point.y(), -most, most)};
+}
+
+// Around the surface, so that what lies along the box's sides isn't seen.
+QRectF boxAround(const Projection& projection) {
+    return QRectF(QPointF(0, 0), projection.size).adjusted(-100, -100, 100, 100);
+}
+
+// The font gives the shapes at a fixed size; a text's own directions give size, slope and mirroring.
+const QFont& letterFont() {
+    static const QFont font = [] {
+        QFont made("Sans");
+        made.setPixelSize(64);
+        return made;
+    }();
+    return font;
+}
+
+struct LetterSizes {
+    double capital = 46, average = 40;
+};
+
+const LetterSizes& letterSizes() {
+    static const LetterSizes sizes = [] {
+        const QFontMetricsF metrics(letterFont());
+        return LetterSizes{metrics.capHeight() > 0 ? metrics.capHeight() : 46,
+                           std::max(1.0, metrics.averageCharWidth())};
+    }();
+    return sizes;
 }
 
 } // namespace
@@ -83,6 +120,11 @@ DrawingScene::DrawingScene(const Wireframe& wireframe) : patterns(wireframe.patt
         run.foreign = stroke.foreign;
         run.pattern = stroke.pattern;
         run.entity = stroke.entity;
+        run.edgeless = stroke.edgeless;
+        run.beyondStart = stroke.beyondStart;
+        run.beyondEnd = stroke.beyondEnd;
+        if (run.beyondEnd)
+            run.bounds = {-endless, -endless, 2 * endless, 2 * endless};
         runs.push_back(run);
     }
     for (const TextItem& item : wireframe.texts) {
@@ -93,7 +135,14 @@ DrawingScene::DrawingScene(const Wireframe& wireframe) : patterns(wireframe.patt
         std::vector<QPointF> corners;
         for (const AcGePoint3d& corner : {start, start + across, start + up, start + across + up})
             corners.emplace_back(corner.x, corner.y);
-        lines.push_back({item, boundsOf(corners, 0), {}});
+        const QRectF bounds = boundsOf(corners, 0);
+        const std::size_t first = item.continued && !lines.empty() ? lines.back().first : lines.size();
+        // What is aligned to its middle or end may begin further left.
+        const double room = item.anchor * std::max(bounds.width(), bounds.height());
+        Line& line = lines.emplace_back();
+        line.item = item;
+        line.bounds = bounds.adjusted(-room, -room, room, room);
+        line.first = first;
     }
 }
 
@@ -118,12 +167,31 @@ QList<qreal> DrawingScene::dashesOf(std::uint32_t pattern, double scale) const {
     return length < smallestDash || dashes.size() % 2 != 0 ? QList<qreal>() : dashes;
 }
 
+void DrawingScene::prepare(QPainter& painter, QPen& pen, const Projection& projection, const Run& run,
+                           const Style& style) const {
+    const QColor colour = colourOf(run.colour, run.foreign, style);
+    pen.setColor(colour);
+    const double longest = std::max(run.bounds.width(), run.bounds.height());
+    const QList<qreal> dashes = run.pattern == 0 ? QList<qreal>() : dashesOf(run.pattern, projection.scale);
+    double length = 0;
+    for (const qreal dash : dashes)
+        length += dash;
+    if (dashes.isEmpty() || (!run.beyondEnd && longest * projection.scale / length > mostDashes))
+        pen.setStyle(Qt::SolidLine);
+    else
+        pen.setDashPattern(dashes);
+    painter.setPen(run.edgeless ? QPen(Qt::NoPen) : pen);
+    painter.setBrush(run.filled ? QBrush(colour) : QBrush(Qt::NoBrush));
+}
+
 void DrawingScene::paintRun(QPainter& painter, const Projection& projection, const Run& run,
                             std::vector<QPointF>& piece) const {
     piece.clear();
     const QPointF* const first = points.data() + run.first;
     for (std::size_t i = 0; i < run.count; ++i) {
-        const QPointF place = within(projection.toSurface(first[i].x(), first[i].y()));
+        const QPointF place = projection.toSurface(first[i].x(), first[i].y());
+        if (isFar(place) || run.beyondEnd)
+            return paintFarRun(painter, projection, run);
         const bool isLast = i + 1 == run.count;
         if (!piece.empty() && !isLast && std::abs(place.x() - piece.back().x()) < closest &&
             std::abs(place.y() - piece.back().y()) < closest)
@@ -138,34 +206,84 @@ void DrawingScene::paintRun(QPainter& painter, const Projection& projection, con
         painter.drawPolyline(piece.data(), static_cast<int>(piece.size()));
 }
 
-void DrawingScene::paintLine(QPainter& painter, const Projection& projection, const Line& line,
-                             const QColor& colour) const {
-    const TextItem& item = line.item;
-    const double pixels = item.height() * projection.scale;
-    const QPointF origin = projection.toSurface(item.position.x, item.position.y);
-    if (pixels > largestText)
-        return;
-    if (pixels < smallestText) {
-        const AcGePoint3d end = item.position + item.along * static_cast<double>(item.content.size());
-        painter.setPen(QPen(colour, 1));
-        painter.drawLine(within(origin), within(projection.toSurface(end.x, end.y)));
+void DrawingScene::paintFarRun(QPainter& painter, const Projection& projection, const Run& run) const {
+    const QRectF around = boxAround(projection);
+    if (run.filled) {
+        std::vector<QPointF> places;
+        for (std::size_t i = 0; i < run.count; ++i)
+            places.push_back(within(projection.toSurface(points[run.first + i].x(), points[run.first + i].y())));
+        const std::vector<QPointF> area = clippedArea(places, around);
+        painter.drawPolygon(area.data(), static_cast<int>(area.size()));
         return;
     }
-    // The font gives the shapes at a fixed size; the item's own directions give size, slope and mirroring.
-    static const QFont font = [] {
-        QFont made("Sans");
-        made.setPixelSize(64);
-        return made;
-    }();
-    static const QFontMetricsF metrics(font);
-    const double capital = metrics.capHeight() > 0 ? metrics.capHeight() : 46;
-    const double average = std::max(1.0, metrics.averageCharWidth());
+    for (std::size_t i = 1; i < run.count; ++i) {
+        const QLineF whole = segment(projection, run, i);
+        if (const auto part = clippedLine(whole.p1(), whole.p2(), around, run.beyondStart, run.beyondEnd))
+            painter.drawLine(*part);
+    }
+}
+
+QLineF DrawingScene::segment(const Projection& projection, const Run& run, std::size_t index) const {
+    const QPointF &from = points[run.first + (index == 0 ? 0 : index - 1)], &to = points[run.first + index];
+    return {within(projection.toSurface(from.x(), from.y())), within(projection.toSurface(to.x(), to.y()))};
+}
+
+void DrawingScene::setLine(std::size_t index) const {
+    if (lines[index].width >= 0)
+        return;
+    const std::size_t first = lines[index].first;
+    static const QFontMetricsF metrics(letterFont());
+    double expected = 0, whole = 0;
+    std::size_t end = first;
+    for (; end < lines.size() && lines[end].first == first; ++end) {
+        const TextItem& item = lines[end].item;
+        lines[end].width = item.along.length() * metrics.horizontalAdvance(QString::fromStdWString(item.content)) /
+                           letterSizes().average;
+        whole += lines[end].width;
+        expected += item.along.length() * static_cast<double>(item.content.size());
+    }
+    // What is behind it moves with the width of what is ahead of it.
+    double moved = lines[first].item.anchor * (expected - whole);
+    for (std::size_t at = first; at < end; ++at) {
+        const TextItem& item = lines[at].item;
+        lines[at].place = item.position + item.along.normal() * moved;
+        moved += lines[at].width - item.along.length() * static_cast<double>(item.content.size());
+    }
+}
+
+void DrawingScene::paintLine(QPainter& painter, const Projection& projection, std::size_t index,
+                             const QColor& colour) const {
+    setLine(index);
+    const Line& line = lines[index];
+    const TextItem& item = line.item;
+    const double pixels = item.height() * projection.scale;
+    const auto at = [&](double along, double up) {
+        const AcGePoint3d point = line.place + item.along.normal() * (along * line.width) + item.up * up;
+        return projection.toSurface(point.x, point.y);
+    };
+    const auto drawAlong = [&](double up) {
+        if (const auto part = clippedLine(at(0, up), at(1, up), boxAround(projection)))
+            painter.drawLine(*part);
+    };
+    if (pixels > largestText || !std::isfinite(pixels))
+        return;
+    painter.setPen(QPen(colour, 1));
+    if (pixels < smallestText)
+        return drawAlong(0);
     if (line.letters.isEmpty())
-        line.letters.addText(0, 0, font, QString::fromStdWString(item.content));
+        line.letters.addText(0, 0, letterFont(), QString::fromStdWString(item.content));
     const double scale = projection.scale;
+    const auto [capital, average] = letterSizes();
+    const QPointF origin = at(0, 0);
     const QTransform toPlace(item.along.x * scale / average, -item.along.y * scale / average,
                              -item.up.x * scale / capital, item.up.y * scale / capital, origin.x(), origin.y());
     painter.fillPath(toPlace.map(line.letters), colour);
+    constexpr std::pair<std::uint8_t, double> marks[] = {
+        {TextRun::underlined, -0.2}, {TextRun::overlined, 1.2}, {TextRun::struckThrough, 0.4}};
+    for (const auto& [mark, height] : marks) {
+        if ((item.marks & mark) != 0)
+            drawAlong(height);
+    }
 }
 
 void DrawingScene::paint(QPainter& painter, const Projection& projection, const Style& style) const {
@@ -186,28 +304,17 @@ void DrawingScene::paint(QPainter& painter, const Projection& projection, const 
     for (const Run& run : runs) {
         if (!meet(run.bounds, seen) || !isWanted(run.entity))
             continue;
-        if (before == nullptr || before->colour != run.colour || before->foreign != run.foreign ||
-            before->pattern != run.pattern || before->filled != run.filled) {
-            const QColor colour = colourOf(run.colour, run.foreign, style);
-            pen.setColor(colour);
-            const double longest = std::max(run.bounds.width(), run.bounds.height());
-            const QList<qreal> dashes = run.pattern == 0 ? QList<qreal>() : dashesOf(run.pattern, projection.scale);
-            double length = 0;
-            for (const qreal dash : dashes)
-                length += dash;
-            if (dashes.isEmpty() || longest * projection.scale / length > mostDashes)
-                pen.setStyle(Qt::SolidLine);
-            else
-                pen.setDashPattern(dashes);
-            painter.setPen(pen);
-            painter.setBrush(run.filled ? QBrush(colour) : QBrush(Qt::NoBrush));
+        if (before == nullptr || !before->looksLike(run)) {
+            prepare(painter, pen, projection, run, style);
             before = &run;
         }
         paintRun(painter, projection, run, piece);
     }
-    for (const Line& line : lines)
-        if (meet(line.bounds, seen) && isWanted(line.item.entity))
-            paintLine(painter, projection, line, colourOf(line.item.colour, line.item.foreign, style));
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        const TextItem& item = lines[index].item;
+        if (meet(lines[index].bounds, seen) && isWanted(item.entity))
+            paintLine(painter, projection, index, colourOf(item.colour, item.foreign, style));
+    }
 }
 
 AcDbObjectId DrawingScene::objectAt(const QPointF& point, const Projection& projection, double reach) const {
@@ -225,22 +332,23 @@ AcDbObjectId DrawingScene::objectAt(const QPointF& point, const Projection& proj
     for (const Run& run : runs) {
         if (!meet(run.bounds, around))
             continue;
-        const QPointF* const first = points.data() + run.first;
         for (std::size_t i = 0; i < run.count; ++i) {
-            const QPointF& from = first[i == 0 ? 0 : i - 1];
-            offer(distanceToPiece(point, projection.toSurface(from.x(), from.y()),
-                                  projection.toSurface(first[i].x(), first[i].y())),
-                  run.entity);
+            QLineF piece = segment(projection, run, i);
+            if (run.beyondEnd)
+                piece =
+                    clippedLine(piece.p1(), piece.p2(), boxAround(projection), run.beyondStart, true).value_or(piece);
+            offer(distanceToPiece(point, piece.p1(), piece.p2()), run.entity);
         }
     }
-    for (const Line& line : lines) {
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        const Line& line = lines[index];
         if (!meet(line.bounds, around))
             continue;
-        const TextItem& item = line.item;
-        const AcGePoint3d end = item.position + item.along * static_cast<double>(item.content.size());
-        offer(distanceToPiece(point, projection.toSurface(item.position.x, item.position.y),
+        setLine(index);
+        const AcGePoint3d end = line.place + line.item.along.normal() * line.width;
+        offer(distanceToPiece(point, projection.toSurface(line.place.x, line.place.y),
                               projection.toSurface(end.x, end.y)),
-              item.entity);
+              line.item.entity);
     }
     return found;
 }

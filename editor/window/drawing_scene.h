@@ -3,6 +3,7 @@
 #include "editor/database/wireframe.h"
 
 #include <QColor>
+#include <QLineF>
 #include <QPainterPath>
 #include <QPointF>
 #include <QRectF>
@@ -13,6 +14,7 @@
 #include <vector>
 
 class QPainter;
+class QPen;
 
 namespace editor {
 
@@ -65,15 +67,32 @@ private:
         bool foreign = false;
         std::uint32_t pattern = 0;
         AcDbObjectId entity;
+        bool edgeless = false;
+        bool beyondStart = false, beyondEnd = false;
+
+        bool looksLike(const Run& other) const {
+            return colour == other.colour && foreign == other.foreign && pattern == other.pattern &&
+                   filled == other.filled && edgeless == other.edgeless;
+        }
     };
     struct Line {
         TextItem item;
         QRectF bounds;
-        mutable QPainterPath letters; ///< at the font's own size; made when first painted
+        std::size_t first = 0; ///< the item that the line of text begins with
+        /// Made when first painted: letters at the font's own size, width and place with that font in drawing units.
+        mutable QPainterPath letters;
+        mutable double width = -1;
+        mutable AcGePoint3d place;
     };
 
+    /// What all runs of one look share.
+    void prepare(QPainter& painter, QPen& pen, const Projection& projection, const Run& run, const Style& style) const;
     void paintRun(QPainter& painter, const Projection& projection, const Run& run, std::vector<QPointF>& piece) const;
-    void paintLine(QPainter& painter, const Projection& projection, const Line& line, const QColor& colour) const;
+    void paintFarRun(QPainter& painter, const Projection& projection, const Run& run) const;
+    QLineF segment(const Projection& projection, const Run& run, std::size_t index) const;
+    /// Gives the items of a line their places, one behind the other.
+    void setLine(std::size_t index) const;
+    void paintLine(QPainter& painter, const Projection& projection, std::size_t index, const QColor& colour) const;
     QColor colourOf(std::uint16_t index, bool foreign, const Style& style) const;
     /// The dashes of a pattern in pixels; empty where they would be too small to see.
     QList<qreal> dashesOf(std::uint32_t pattern, double scale) const;

@@ -12,12 +12,15 @@ namespace editor {
 namespace {
 
 constexpr double pickDistance = 6; // pixels, half the side of the pick box
+constexpr double snapDistance = 10;
+constexpr double snapMark = 6; // pixels, half the side of a mark
 constexpr int restMilliseconds = 120;
 constexpr double margin = 0.94;
 constexpr double leastScale = 1e-9, mostScale = 1e9;
 
 const QColor rubberColour(230, 170, 60);
 const QColor markColour(90, 160, 255);
+const QColor snapColour(80, 200, 90);
 
 /// What a block shows, and where its base lies.
 std::pair<Wireframe, AcGePoint3d> contentOf(AcDbObjectId block) {
@@ -98,6 +101,8 @@ void DrawingView::setPrompt(const Prompt& prompt) {
     rectangle = prompt.rectangle;
     selecting = prompt.kind == Prompt::Kind::Selection;
     picking = selecting || prompt.kind == Prompt::Kind::Point;
+    takesPoints =
+        prompt.kind == Prompt::Kind::Point || prompt.kind == Prompt::Kind::Number || prompt.kind == Prompt::Kind::Angle;
     ghost = prompt.ghost;
     if (ghost) {
         const auto [content, base] = contentOf(ghost->block);
@@ -111,7 +116,8 @@ void DrawingView::endPrompt() {
     rubberBand.reset();
     ghost.reset();
     ghostScene = DrawingScene();
-    picking = selecting = rectangle = false;
+    picking = selecting = rectangle = takesPoints = false;
+    snap.reset();
     update();
 }
 
@@ -199,6 +205,37 @@ void DrawingView::paintPointer(QPainter& painter) const {
             QRectF(place.x() - pickDistance, place.y() - pickDistance, 2 * pickDistance, 2 * pickDistance));
 }
 
+std::optional<Snap> DrawingView::snapAt(const QPointF& place) const {
+    if (!takesPoints || !snapper)
+        return std::nullopt;
+    const QPointF point = projection.toDrawing(place);
+    return snapper({point.x(), point.y(), 0}, snapDistance / projection.scale);
+}
+
+// Each kind has its shape: a square, a triangle, a circle, two squares.
+void DrawingView::paintSnap(QPainter& painter) const {
+    const QPointF place = projection.toSurface(snap->point.x, snap->point.y);
+    const QRectF square(place.x() - snapMark, place.y() - snapMark, 2 * snapMark, 2 * snapMark);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(snapColour, 2));
+    painter.setBrush(Qt::NoBrush);
+    switch (snap->kind) {
+    case SnapKind::End:
+        painter.drawRect(square);
+        break;
+    case SnapKind::Middle:
+        painter.drawPolygon(QPolygonF({square.bottomLeft(), square.bottomRight(), {place.x(), square.top()}}));
+        break;
+    case SnapKind::Center:
+        painter.drawEllipse(square);
+        break;
+    case SnapKind::Insertion:
+        painter.drawRect(QRectF(square.topLeft(), place));
+        painter.drawRect(QRectF(place, square.bottomRight()));
+        break;
+    }
+}
+
 void DrawingView::paintEvent(QPaintEvent*) {
     if (picture.isNull())
         paintPicture();
@@ -212,6 +249,8 @@ void DrawingView::paintEvent(QPaintEvent*) {
     if (rubberBand)
         paintRubberBand(painter);
     paintPointer(painter);
+    if (snap)
+        paintSnap(painter);
 }
 
 void DrawingView::wheelEvent(QWheelEvent* event) {
@@ -227,8 +266,10 @@ void DrawingView::wheelEvent(QWheelEvent* event) {
 
 void DrawingView::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton) {
-        const QPointF point = projection.toDrawing(event->position());
-        emit pointPicked(point.x(), point.y());
+        const QPointF under = projection.toDrawing(event->position());
+        const auto meant = snapAt(event->position());
+        const AcGePoint3d point = meant ? meant->point : AcGePoint3d{under.x(), under.y(), 0};
+        emit pointPicked(point.x, point.y, point.z);
     } else if (event->button() == Qt::MiddleButton) {
         dragStart = event->position();
         setCursor(Qt::ClosedHandCursor);
@@ -258,6 +299,7 @@ void DrawingView::mouseMoveEvent(QMouseEvent* event) {
         fitted = false;
         repaintScene(true);
     }
+    snap = event->buttons() == Qt::NoButton ? snapAt(*pointer) : std::nullopt;
     update();
     const QPointF point = projection.toDrawing(*pointer);
     emit pointerMoved(point.x(), point.y());
@@ -265,6 +307,7 @@ void DrawingView::mouseMoveEvent(QMouseEvent* event) {
 
 void DrawingView::leaveEvent(QEvent*) {
     pointer.reset();
+    snap.reset();
     update();
 }
 

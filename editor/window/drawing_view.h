@@ -1,13 +1,24 @@
 #pragma once
 
 #include "editor/application/services.h"
+#include "editor/database/snap_points.h"
 #include "editor/window/drawing_scene.h"
 
 #include <QPixmap>
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+
 namespace editor {
+
+/// A point of an object that the pointer is drawn to.
+struct Snap {
+    AcGePoint3d point;
+    SnapKind kind = SnapKind::End;
+};
+/// The point that is meant near another one, at most `reach` drawing units away; nothing where there is none.
+using Snapper = std::function<std::optional<Snap>(const AcGePoint3d& near, double reach)>;
 
 /// Shows the model space of a drawing from above: the wheel zooms at the pointer, the middle button drags (a double
 /// click of it shows the whole drawing), a click with the left button picks a point. Holds copies of what it draws,
@@ -32,12 +43,14 @@ public:
     /// What a prompt shows at the pointer: a line or a rectangle from its base, a ghost.
     void setPrompt(const Prompt& prompt);
     void endPrompt();
+    /// Asked while a prompt takes points: what it gives is marked, and picked in place of the point under the pointer.
+    void setSnapper(Snapper function) { snapper = std::move(function); }
     void highlight(std::vector<AcDbObjectId> objects);
     /// The object whose drawing passes nearest to the point, within a few pixels; null without one.
     AcDbObjectId objectAt(const AcGePoint3d& point) const;
 
 signals:
-    void pointPicked(double x, double y);
+    void pointPicked(double x, double y, double z);
     void pointerMoved(double x, double y);
     /// The right button: Enter.
     void entered();
@@ -60,6 +73,8 @@ private:
     void paintRubberBand(QPainter& painter) const;
     void paintGhost(QPainter& painter) const;
     void paintAxes(QPainter& painter) const;
+    void paintSnap(QPainter& painter) const;
+    std::optional<Snap> snapAt(const QPointF& place) const;
     QColor contrast() const;
 
     DrawingScene scene;
@@ -79,6 +94,9 @@ private:
     bool rectangle = false;
     bool picking = false; ///< a point is asked for, or a selection
     bool selecting = false;
+    bool takesPoints = false; ///< a point, or a number or an angle by one
+    Snapper snapper;
+    std::optional<Snap> snap; ///< under the pointer
 };
 
 } // namespace editor

@@ -8,6 +8,7 @@
 #include "editor/window/command_panel.h"
 #include "editor/window/drawing_view.h"
 #include "editor/window/ribbon.h"
+#include "editor/window/snap_button.h"
 
 #include <QAction>
 #include <QApplication>
@@ -43,7 +44,8 @@ constexpr std::uint32_t darkBackground = 0, lightBackground = 0xFFFFFF;
 
 MainWindow::MainWindow()
     : tabs(new QTabBar(this)), drawing(new DrawingView(this)), panel(new CommandPanel(this)),
-      coordinates(new QLabel(this)), ribbon(new Ribbon(this)), applicationBar(new ButtonToolBar(this)) {
+      coordinates(new QLabel(this)), snaps(new SnapButton(this)), ribbon(new Ribbon(this)),
+      applicationBar(new ButtonToolBar(this)) {
     setObjectName("mainWindow");
     resize(1280, 860);
     tabs->setObjectName("documentTabs");
@@ -72,13 +74,16 @@ MainWindow::MainWindow()
 
     coordinates->setObjectName("coordinates");
     coordinates->setMinimumWidth(260);
-    statusBar()->addPermanentWidget(coordinates);
+    statusBar()->addWidget(coordinates);
+    statusBar()->addPermanentWidget(snaps);
     makeMenus();
 
-    connect(drawing, &DrawingView::pointPicked, this, [this](double x, double y) {
+    drawing->setSnapper(
+        [this](const AcGePoint3d& near, double reach) { return runningSnap(drawing->objectAt(near), near, reach); });
+    connect(drawing, &DrawingView::pointPicked, this, [this](double x, double y, double z) {
         UserEvent event;
         event.kind = UserEvent::Kind::Point;
-        event.point = {x, y, 0};
+        event.point = {x, y, z};
         give(std::move(event));
     });
     connect(drawing, &DrawingView::pointerMoved, this, [this](double x, double y) {
@@ -183,6 +188,7 @@ UserEvent MainWindow::next(const Prompt& prompt) {
     panel->setWholeLine(prompt.wholeLine);
     panel->setCommandNames(atCommandPrompt ? commandNames() : QStringList());
     drawing->setPrompt(prompt);
+    snaps->refresh();
     if (waiting.empty()) {
         QEventLoop own;
         QEventLoop* outer = loop;

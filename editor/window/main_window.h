@@ -19,6 +19,7 @@ class CommandPanel;
 class ButtonToolBar;
 class DrawingView;
 class Ribbon;
+class SnapButton;
 
 /// The editor's window: the current drawing above, the command line below. It answers the prompts of a user at work by
 /// waiting in an event loop of its own; in batch mode a script answers them and the window only shows.
@@ -80,6 +81,7 @@ private:
     DrawingView* drawing;
     CommandPanel* panel;
     QLabel* coordinates;
+    SnapButton* snaps;
     Ribbon* ribbon;
     ButtonToolBar* applicationBar;
     const AcApDocument* shown = nullptr;       // compared, never used

@@ -3,6 +3,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
 #include <QToolButton>
@@ -91,6 +92,12 @@ TEST_F(CommandPanelTest, EscapeClearsTheLineAndCancels) {
     QTest::keyClick(input, Qt::Key_Escape);
     EXPECT_EQ(input->text(), "");
     EXPECT_EQ(cancelled.size(), 1);
+}
+
+TEST_F(CommandPanelTest, OfAnEndlessLineTheBeginningIsShown) {
+    panel.append("before\n" + QString(1 << 20, 'x') + "\nbehind\n");
+    const QString shown = panel.findChild<QPlainTextEdit*>("commandHistory")->toPlainText();
+    EXPECT_EQ(shown, "before\n" + QString(2000, 'x') + "...\nbehind\n");
 }
 
 } // namespace

@@ -117,6 +117,50 @@ TEST_F(DrawingViewTest, APromptWithABaseDrawsALineToThePointer) {
     EXPECT_NE(with, without);
 }
 
+TEST_F(DrawingViewTest, APickedPointIsDrawnToTheSnapThatIsNearWhileAPromptTakesPoints) {
+    QSignalSpy picked(&view, &DrawingView::pointPicked);
+    double asked = 0;
+    view.setSnapper([&](const AcGePoint3d&, double reach) {
+        asked = reach;
+        return std::optional(Snap{{100, 50, 3}, SnapKind::End});
+    });
+    QTest::mouseClick(&view, Qt::LeftButton, {}, place(98, 49));
+    EXPECT_NEAR(picked.takeFirst()[0].toDouble(), 98, 0.3) << "no prompt takes points";
+    Prompt prompt;
+    prompt.kind = Prompt::Kind::Selection;
+    view.setPrompt(prompt);
+    QTest::mouseClick(&view, Qt::LeftButton, {}, place(98, 49));
+    EXPECT_NEAR(picked.takeFirst()[0].toDouble(), 98, 0.3) << "objects are picked as they lie";
+    for (const auto kind : {Prompt::Kind::Point, Prompt::Kind::Number, Prompt::Kind::Angle}) {
+        prompt.kind = kind;
+        view.setPrompt(prompt);
+        QTest::mouseClick(&view, Qt::LeftButton, {}, place(98, 49));
+        const QList<QVariant> point = picked.takeFirst();
+        EXPECT_EQ(point[0].toDouble(), 100);
+        EXPECT_EQ(point[2].toDouble(), 3);
+    }
+    EXPECT_NEAR(asked, 10 * view.view().width / 400, 1e-9) << "ten pixels";
+    view.endPrompt();
+}
+
+TEST_F(DrawingViewTest, EveryKindOfSnapHasAMarkOfItsOwn) {
+    Prompt prompt;
+    prompt.kind = Prompt::Kind::Point;
+    std::vector<QImage> looks;
+    for (const SnapKind kind : {SnapKind::End, SnapKind::Middle, SnapKind::Center, SnapKind::Insertion}) {
+        view.setSnapper([kind](const AcGePoint3d&, double) { return std::optional(Snap{{50, 25, 0}, kind}); });
+        view.setPrompt(prompt);
+        QMouseEvent move(QEvent::MouseMove, QPointF(300, 100), view.mapToGlobal(QPointF(300, 100)), Qt::NoButton,
+                         Qt::NoButton, {});
+        QCoreApplication::sendEvent(&view, &move);
+        const QImage look = view.grab().toImage();
+        for (const QImage& other : looks)
+            EXPECT_NE(look, other);
+        looks.push_back(look);
+        view.endPrompt();
+    }
+}
+
 TEST_F(DrawingViewTest, APointedObjectIsFound) {
     EXPECT_EQ(view.objectAt({50, 0.2, 0}).handle, 5u);
     EXPECT_EQ(view.objectAt({50, 25, 0}).handle, 0u);
