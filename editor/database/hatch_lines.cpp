@@ -101,16 +101,18 @@ Contour contourOf(const dwg::Hatch::Path& path) {
 /// Where lines across a family meet the contours, line by line.
 class Family {
 public:
-    Family(const dwg::Hatch::PatternLine& of, const std::vector<Contour>& within)
-        : line(of), contours(within), direction{std::cos(of.angle), std::sin(of.angle)}, across(turned(direction)),
-          distance(along(of.offset, across)), start(along(of.base, across)) {}
+    /// `done` counts meetings and dashes of all families of a hatch.
+    Family(const dwg::Hatch::PatternLine& of, const std::vector<Contour>& within, const HatchLimits& bounds,
+           std::size_t& done)
+        : line(of), contours(within), limits(bounds), work(done), direction{std::cos(of.angle), std::sin(of.angle)},
+          across(turned(direction)), distance(along(of.offset, across)), start(along(of.base, across)) {}
 
     bool isDrawn() const {
         return std::isfinite(distance) && std::isfinite(start) && distance != 0 &&
                std::isfinite(along(line.base, direction)) && std::isfinite(along(line.offset, direction));
     }
 
-    void add(std::vector<Piece>& pieces, const HatchLimits& limits) {
+    void add(std::vector<Piece>& pieces) {
         findMeetings(static_cast<double>(limits.lines));
         const double period = dashLength();
         for (auto& [number, meetings] : lines) {
@@ -118,10 +120,12 @@ public:
             const double shift =
                 along(line.base, direction) + static_cast<double>(number) * along(line.offset, direction);
             const double height = start + static_cast<double>(number) * distance;
-            for (std::size_t i = 0; i + 1 < meetings.size() && pieces.size() < limits.pieces; i += 2) {
+            for (std::size_t i = 0; i + 1 < meetings.size() && pieces.size() < limits.pieces && work < limits.work;
+                 i += 2) {
                 const double from = meetings[i], to = meetings[i + 1];
-                const bool isWhole = period <= 0 || (to - from) / period * static_cast<double>(line.dashes.size()) >
-                                                        static_cast<double>(limits.pieces - pieces.size());
+                const bool isWhole = !(period > 0) || !(to > from) ||
+                                     (to - from) / period * static_cast<double>(line.dashes.size()) >
+                                         static_cast<double>(limits.pieces - pieces.size());
                 if (isWhole)
                     pieces.emplace_back(place(from, height), place(to, height));
                 else
@@ -154,6 +158,7 @@ private:
         const double step =
             std::max({1.0, std::ceil((highest - lowest) / mostLines), std::ceil(meetings / mostMeetings)});
         for (const Contour& contour : contours) {
+            work += contour.size();
             for (std::size_t i = 0; i < contour.size(); ++i)
                 addMeetings(numberAt(contour[i]), numberAt(contour[(i + 1) % contour.size()]), contour[i],
                             contour[(i + 1) % contour.size()], step);
@@ -167,8 +172,12 @@ private:
         if (first == last)
             return;
         const double low = std::min(first, last), high = std::max(first, last);
-        for (double number = std::ceil(low / step) * step; number < high; number += step) {
+        const double lowest = std::ceil(low / step);
+        const auto count = static_cast<std::size_t>(std::max(0.0, std::ceil(high / step) - lowest));
+        for (std::size_t index = 0; index < count; ++index) {
+            const double number = (lowest + static_cast<double>(index)) * step;
             const double part = (number - first) / (last - first);
+            ++work;
             lines[static_cast<long long>(number)].push_back(along(from, direction) +
                                                             (along(to, direction) - along(from, direction)) * part);
         }
@@ -183,9 +192,10 @@ private:
 
     void addDashes(std::vector<Piece>& pieces, double from, double to, double shift, double height, double period) {
         const double first = shift + std::floor((from - shift) / period) * period;
-        const double count = std::ceil((to - first) / period);
-        for (double number = 0; number < count; ++number) {
-            const double begin = first + number * period;
+        const auto count = static_cast<std::size_t>(std::max(0.0, std::ceil((to - first) / period)));
+        for (std::size_t index = 0; index < count && work < limits.work; ++index) {
+            work += line.dashes.size();
+            const double begin = first + static_cast<double>(index) * period;
             double at = begin;
             for (const double dash : line.dashes) {
                 const double end = at + std::abs(dash);
@@ -198,6 +208,8 @@ private:
 
     const dwg::Hatch::PatternLine& line;
     const std::vector<Contour>& contours;
+    const HatchLimits& limits;
+    std::size_t& work;
     const dwg::Point2 direction, across;
     const double distance, start;
     std::map<long long, std::vector<double>> lines;
@@ -222,12 +234,14 @@ std::vector<Contour> contoursOf(const dwg::Hatch& hatch) {
 }
 
 std::vector<Piece> patternPieces(const dwg::Hatch& hatch, const std::vector<Contour>& contours,
-                                 const HatchLimits& limits) {
+                                 const HatchLimits& limits, std::size_t& work) {
     std::vector<Piece> pieces;
+    std::size_t done = 0;
     for (const dwg::Hatch::PatternLine& line : hatch.lines) {
-        if (Family family(line, contours); family.isDrawn())
-            family.add(pieces, limits);
+        if (Family family(line, contours, limits, done); family.isDrawn() && done < limits.work)
+            family.add(pieces);
     }
+    work += done;
     return pieces;
 }
 

@@ -275,12 +275,14 @@ void WireframeBuilder::drawReference(const AcDbDatabase& drawing, const Surround
     builder.topEntity = topEntity;
     builder.pointCount = pointCount;
     builder.insertCount = insertCount;
+    builder.hatchWork = hatchWork;
     builder.foreign = true;
     Surroundings inside = around;
     inside.layer = 0; // layers are the other drawing's own
     builder.drawBlock(*space, inside);
     pointCount = builder.pointCount;
     insertCount = builder.insertCount;
+    hatchWork = builder.hatchWork;
     result.cut = result.cut || builder.result.cut;
     const auto offset = static_cast<std::uint32_t>(result.patterns.size());
     for (Stroke& stroke : builder.result.strokes)

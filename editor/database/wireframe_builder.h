@@ -92,6 +92,7 @@ private:
     Wireframe result;
     std::size_t pointCount = 0;
     std::size_t insertCount = 0;
+    std::size_t hatchWork = 0;
     /// Of the entity that is being drawn.
     std::uint16_t colour = 7;
     struct OwnColours {

@@ -10,6 +10,7 @@ namespace editor {
 namespace {
 
 constexpr int bandsOfGradient = 24;
+constexpr std::size_t mostWork = 40'000'000; // of all patterns of a drawing
 
 Rgb rgbOf(const dwg::Color& colour) {
     if (!colour.hasRgb)
@@ -46,7 +47,9 @@ void WireframeBuilder::draw(const dwg::Hatch& hatch, const Transform& to) {
     if (hatch.solid)
         return fill(joined(contours));
     pattern = 0; // the dashes are the hatch's own
-    for (const auto& [from, end] : patternPieces(hatch, contours)) {
+    HatchLimits hatchLimits;
+    hatchLimits.work = std::min(hatchLimits.work, mostWork - std::min(mostWork, hatchWork));
+    for (const auto& [from, end] : patternPieces(hatch, contours, hatchLimits, hatchWork)) {
         if (from == end)
             stroke({place(from)});
         else

@@ -11,6 +11,9 @@ namespace {
 /// Widths of an average letter to its height: of the fonts of strokes that drawings bring, and of others.
 constexpr double strokeLetter = 0.9, outlineLetter = 0.72;
 
+/// Letters of a run that are drawn.
+constexpr std::size_t mostLetters = 5'000;
+
 bool endsIn(const std::wstring& text, std::wstring_view tail) {
     return text.size() >= tail.size() &&
            std::equal(tail.rbegin(), tail.rend(), text.rbegin(),
@@ -46,7 +49,7 @@ void WireframeBuilder::line(const std::vector<TextRun>& runs, const Transform& t
                  : *run.look.colour == colourByBlock ? ownColours.byBlock
                                                      : *run.look.colour;
         TextItem item;
-        item.content = run.content;
+        item.content = run.content.substr(0, mostLetters);
         item.position = to.point(place + lettering.right * start);
         item.along = to.vector(lettering.right * letter);
         const AcGeVector3d lean = lettering.right * std::tan(run.look.oblique);
@@ -122,10 +125,11 @@ void WireframeBuilder::draw(const dwg::MultilineText& body, const Transform& to)
     // Attachments 1 to 9 go by rows from the top left.
     const int attachment = body.attachment >= 1 && body.attachment <= 9 ? body.attachment - 1 : 0;
     const double room = wraps ? body.rectangleWidth : 0;
-    double baseline = whole * (attachment / 3) / 2;
+    const int row = attachment / 3, column = attachment % 3;
+    double baseline = whole * row / 2;
     for (std::size_t i = 0; i < lines.size(); ++i) {
         baseline -= i == 0 ? heights[i] : heights[i] * linePitch * body.lineSpacingFactor;
-        const double own = (attachment % 3) / 2.0;
+        const double own = column / 2.0;
         const TextLine::Side side = lines[i].side;
         const double anchor = side == TextLine::Side::own     ? own
                               : side == TextLine::Side::left  ? 0

@@ -29,6 +29,11 @@ Hatch::PatternLine lines(double angle, double distance, std::vector<double> dash
     return line;
 }
 
+std::vector<editor::Piece> piecesOf(const Hatch& hatch, const editor::HatchLimits& limits = {}) {
+    std::size_t work = 0;
+    return editor::patternPieces(hatch, editor::contoursOf(hatch), limits, work);
+}
+
 double lengthOf(const std::vector<editor::Piece>& pieces) {
     double length = 0;
     for (const auto& [from, to] : pieces)
@@ -50,7 +55,7 @@ TEST(HatchLines, LieInsideOfTheContourAtTheirDistance) {
     Hatch hatch;
     hatch.paths = {square(0.5, 10.5)};
     hatch.lines = {lines(0, 1)};
-    const auto pieces = editor::patternPieces(hatch, editor::contoursOf(hatch));
+    const auto pieces = piecesOf(hatch);
     ASSERT_EQ(pieces.size(), 10u);
     EXPECT_NEAR(lengthOf(pieces), 100, 1e-9);
     for (const auto& [from, to] : pieces) {
@@ -64,9 +69,9 @@ TEST(HatchLines, AnInnerContourIsLeftOutByTheEvenOddRule) {
     Hatch hatch;
     hatch.paths = {square(0, 10), square(3, 7, Hatch::Path::isPolyline)};
     hatch.lines = {lines(std::numbers::pi / 4, 0.01)};
-    EXPECT_NEAR(lengthOf(editor::patternPieces(hatch, editor::contoursOf(hatch))) * 0.01, 100 - 16, 0.5);
+    EXPECT_NEAR(lengthOf(piecesOf(hatch)) * 0.01, 100 - 16, 0.5);
     hatch.style = 2; // all that lies in the outer contour
-    EXPECT_NEAR(lengthOf(editor::patternPieces(hatch, editor::contoursOf(hatch))) * 0.01, 100, 0.5);
+    EXPECT_NEAR(lengthOf(piecesOf(hatch)) * 0.01, 100, 0.5);
 }
 
 TEST(HatchLines, DashesBeginAtTheFamilysBaseAndAreCutAtTheContour) {
@@ -75,7 +80,7 @@ TEST(HatchLines, DashesBeginAtTheFamilysBaseAndAreCutAtTheContour) {
     Hatch::PatternLine family = lines(0, 20, {2, -1});
     family.base = {1, 5};
     hatch.lines = {family};
-    const auto pieces = editor::patternPieces(hatch, editor::contoursOf(hatch));
+    const auto pieces = piecesOf(hatch);
     ASSERT_EQ(pieces.size(), 4u);
     EXPECT_NEAR(pieces[0].first.x, 0, 1e-9);
     EXPECT_NEAR(pieces[0].second.x, 0, 1e-9) << "the end of the dash from -2 to 0";
@@ -89,7 +94,7 @@ TEST(HatchLines, ADotIsAPieceWithoutALength) {
     hatch.paths = {square(0.5, 3.5)};
     hatch.lines = {lines(0, 10, {0, -1})};
     hatch.lines[0].base = {0, 2};
-    const auto pieces = editor::patternPieces(hatch, editor::contoursOf(hatch));
+    const auto pieces = piecesOf(hatch);
     ASSERT_EQ(pieces.size(), 3u);
     for (const auto& [from, to] : pieces)
         EXPECT_TRUE(from == to);
@@ -99,7 +104,7 @@ TEST(HatchLines, OfFamiliesThatAreTooCloseLinesAreLeftOut) {
     Hatch hatch;
     hatch.paths = {square(0, 10)};
     hatch.lines = {lines(0, 1e-9), lines(1, 1e-12, {1e-9, -1e-9})};
-    const auto pieces = editor::patternPieces(hatch, editor::contoursOf(hatch), {.lines = 100, .pieces = 1000});
+    const auto pieces = piecesOf(hatch, {.lines = 100, .pieces = 1000});
     EXPECT_GT(pieces.size(), 100u);
     EXPECT_LE(pieces.size(), 1000u);
 }
@@ -108,17 +113,24 @@ TEST(HatchLines, FarFromTheOriginTheyAreTheSame) {
     Hatch hatch;
     hatch.paths = {square(1e6 + 0.5, 1e6 + 10.5)};
     hatch.lines = {lines(0, -1)};
-    EXPECT_EQ(editor::patternPieces(hatch, editor::contoursOf(hatch)).size(), 10u);
+    EXPECT_EQ(piecesOf(hatch).size(), 10u);
     hatch.paths = {square(1e14, 1e14 + 1000)};
     hatch.lines = {lines(0, 100, {1e-4, -1})};
-    EXPECT_LT(editor::patternPieces(hatch, editor::contoursOf(hatch)).size(), 20'000u);
+    EXPECT_LT(piecesOf(hatch).size(), 20'000u);
+}
+
+TEST(HatchLines, PatternsOfGapsAndOfManyFamiliesComeToAnEnd) {
+    Hatch hatch;
+    hatch.paths = {square(0, 10)};
+    hatch.lines.assign(5'000, lines(0.1, 0.001, {-0.0005, -0.0005}));
+    EXPECT_TRUE(piecesOf(hatch).empty());
 }
 
 TEST(HatchLines, FamiliesWithoutADistanceOrPlaceDrawNothing) {
     Hatch hatch;
     hatch.paths = {square(0, 10)};
     hatch.lines = {lines(0, 0), lines(std::nan(""), 1), lines(0, 1e-300), lines(0, INFINITY)};
-    EXPECT_TRUE(editor::patternPieces(hatch, editor::contoursOf(hatch)).empty());
+    EXPECT_TRUE(piecesOf(hatch).empty());
 }
 
 TEST(HatchContours, EdgesOfEveryKindAreFollowed) {
