@@ -1,5 +1,7 @@
 #include "editor/application/console.h"
 
+#include <utility>
+
 namespace editor {
 
 void Console::print(std::wstring_view text) {
@@ -18,6 +20,11 @@ void Console::beginLine() {
 void Console::printLine(std::wstring_view text) {
     beginLine();
     print(std::wstring(text) + L"\n");
+}
+
+void Console::printFault(std::wstring text) {
+    printLine(text);
+    faultTexts.push_back(std::move(text));
 }
 
 } // namespace editor

@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace editor {
 
@@ -15,11 +16,16 @@ public:
     void print(std::wstring_view text);
     /// Prints on a line of its own: begins a new one where the last text didn't end with a line feed, and ends it.
     void printLine(std::wstring_view text);
+    /// A line that tells of an application that failed where nobody asks for the outcome.
+    void printFault(std::wstring text);
+    /// All of them since the start.
+    const std::vector<std::wstring>& faults() const { return faultTexts; }
     /// Begins a new line where the last text didn't end with a line feed.
     void beginLine();
     bool isAtLineStart() const { return atLineStart; }
 
 private:
+    std::vector<std::wstring> faultTexts;
     Sink sink;
     bool atLineStart = true;
 };

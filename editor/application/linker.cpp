@@ -96,8 +96,8 @@ int Linker::deliver(Module& module, AcRx::AppMsgCode message) {
     } catch (...) {
         reason = L".";
     }
-    editor.console().printLine(L"\"" + fileNameOf(module.path) + L"\" failed in message " + std::to_wstring(message) +
-                               reason);
+    editor.console().printFault(L"\"" + fileNameOf(module.path) + L"\" failed in message " + std::to_wstring(message) +
+                                reason);
     return AcRx::kRetError;
 }
 

@@ -31,8 +31,11 @@ AcDbObjectId Placing::place(AcDbObjectId block) {
         askForScale(point);
     if (!rotation)
         rotation = askForRotation(L"Specify rotation angle <0>: ", point);
+    // Asked for before anything is added, so that Escape leaves nothing behind.
+    const std::vector<std::wstring> values = askForAttributes(block);
     const AcDbObjectId reference = add(block, point);
-    askForAttributes(block, reference);
+    if (!values.empty())
+        addValues(reference, values);
     return reference;
 }
 
@@ -109,7 +112,7 @@ void Placing::askForScale(const AcGePoint3d& point) {
         }
     }
     const bool eachAxis = answer.keyword == L"XYZ";
-    scale.x = eachAxis ? askForFactor(L"Specify X scale factor or [Corner] <1>: ", 1, point) : answer.value.value_or(1);
+    scale.x = eachAxis ? askForFactor(L"Specify X scale factor <1>: ", 1, point) : answer.value.value_or(1);
     scale.y = askForFactor(L"Enter Y scale factor <use X scale factor>: ", scale.x, point);
     scale.z = eachAxis ? askForFactor(L"Specify Z scale factor <use X scale factor>: ", scale.x, point) : scale.x;
 }
@@ -140,10 +143,8 @@ AcDbObjectId Placing::add(AcDbObjectId block, const AcGePoint3d& point) {
     return added;
 }
 
-void Placing::askForAttributes(AcDbObjectId block, AcDbObjectId reference) {
+std::vector<std::wstring> Placing::askForAttributes(AcDbObjectId block) {
     const auto questions = attributeQuestions(block);
-    if (questions.empty())
-        return;
     const bool asks = std::get<int>(*editor.variables().get(L"ATTREQ")) != 0;
     std::vector<std::wstring> values;
     bool headed = false;
@@ -159,6 +160,10 @@ void Placing::askForAttributes(AcDbObjectId block, AcDbObjectId reference) {
         }
         values.push_back(value.empty() ? question.byDefault : value);
     }
+    return values;
+}
+
+void Placing::addValues(AcDbObjectId reference, const std::vector<std::wstring>& values) {
     if (const int status = addAttributes(reference, values); status != eOk)
         throw CommandFailed{L"The attributes can't be added: " + statusText(status) + L"."};
 }

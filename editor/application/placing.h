@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace editor {
 
@@ -30,7 +31,9 @@ private:
     double askForFactor(const std::wstring& prompt, double byDefault, const std::optional<AcGePoint3d>& base);
     double askForRotation(const std::wstring& prompt, const std::optional<AcGePoint3d>& base);
     AcDbObjectId add(AcDbObjectId block, const AcGePoint3d& point);
-    void askForAttributes(AcDbObjectId block, AcDbObjectId reference);
+    /// The values of the attributes that the definition asks for, in their order.
+    std::vector<std::wstring> askForAttributes(AcDbObjectId block);
+    void addValues(AcDbObjectId reference, const std::vector<std::wstring>& values);
 
     Editor& editor;
     CommandLine& line;

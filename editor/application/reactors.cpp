@@ -42,9 +42,9 @@ void Reactors::tell(const std::function<void(AcEditorReactor&)>& event) {
         try {
             event(*reactor);
         } catch (const std::exception& error) {
-            console.printLine(L"A reactor failed: " + fromNarrow(error.what()));
+            console.printFault(L"A reactor failed: " + fromNarrow(error.what()));
         } catch (...) {
-            console.printLine(L"A reactor failed.");
+            console.printFault(L"A reactor failed.");
         }
     }
 }

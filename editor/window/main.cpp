@@ -80,7 +80,7 @@ int runBatch(Editor& running, MainWindow& window, const ProgramOptions& options)
     running.quit();
     running.setUserInput(nullptr);
     running.console().beginLine();
-    for (const auto* const faults : {&running.processor().faults(), &user.faults()}) {
+    for (const auto* const faults : {&running.processor().faults(), &running.console().faults(), &user.faults()}) {
         for (const auto& fault : *faults) {
             running.console().printLine(L"Not carried out: " + fault);
             carriedOut = false;

@@ -106,6 +106,64 @@ TEST_F(Batch, AModalWindowThatNoLineAnswersIsClosedAndFailsTheRun) {
     EXPECT_THAT(transcript, HasSubstr("Command: CIRCLE")) << "the script goes on";
 }
 
+TEST_F(Batch, ADrawingThatCanNotBeReadFailsTheRunAndNothingIsCarriedOut) {
+    folder.write("rubbish.dwg", "AC1015 and nothing more");
+    EXPECT_EQ(run("CIRCLE 0,0 1\n", "--no-load rubbish.dwg"), 1);
+    EXPECT_THAT(transcript, HasSubstr("rubbish.dwg\": the file is damaged"));
+    EXPECT_THAT(transcript, Not(HasSubstr("CIRCLE")));
+    EXPECT_EQ(run("CIRCLE 0,0 1\n", "--no-load ."), 1) << "a folder";
+}
+
+TEST_F(Batch, HugeAndBlankLinesAreToldShortlyAndFailTheRunOnlyWhereTheyNameNothing) {
+    EXPECT_EQ(run("\n   \n\t\nCIRCLE 0,0 1\nSAVEAS plan.dwg\n"), 0) << transcript;
+    EXPECT_EQ(run(std::string(1 << 20, 'x') + "\nCIRCLE " + std::string(1 << 20, '9') + " 0,0 1\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("Unknown command \"" + std::string(255, 'X') + "...\"."));
+    EXPECT_EQ(run("TEXT 0,0 1 0 " + std::string(1 << 20, 'y') + "\n\nSAVEAS long.dwg\nCIRCLE 0,0 1\n"), 0);
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "long.dwg"));
+}
+
+struct BadModule {
+    const char* name;
+    const char* told;
+};
+
+class BatchModules : public Batch, public testing::WithParamInterface<BadModule> {};
+
+TEST_P(BatchModules, OneThatFailsIsNamedAndFailsTheRunAndTheScriptIsCarriedOut) {
+    folder.write("rubbish.arx", "no module at all");
+    const std::string file = GetParam().name == std::string("rubbish")
+                                 ? "rubbish.arx"
+                                 : TESSARO_BIN_DIR "/modules/" + std::string(GetParam().name) + ".arx";
+    EXPECT_EQ(run("CIRCLE 0,0 1\nSAVEAS plan.dwg\n", "--load " + file), 1);
+    EXPECT_THAT(transcript, HasSubstr(GetParam().told));
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "plan.dwg"));
+}
+
+INSTANTIATE_TEST_SUITE_P(Kinds, BatchModules,
+                         testing::Values(BadModule{"refusing", "it could not be initialised"},
+                                         BadModule{"throwing", "\"throwing.arx\" failed in message 3: no room for"},
+                                         BadModule{"foreign", "it was built for release 23"},
+                                         BadModule{"incomplete", "it is no application module"},
+                                         BadModule{"rubbish", "can't be loaded: "}),
+                         [](const auto& module) { return std::string(module.param.name); });
+
+TEST_F(Batch, AModuleThatIsLoadedByACommandAndThrowsFailsTheRunToo) {
+    EXPECT_EQ(run("ARX L\n" TESSARO_BIN_DIR "/modules/throwing.arx\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("Not carried out: \"throwing.arx\" failed in message 3: no room for drawings"));
+    EXPECT_EQ(run("ARX L\n" TESSARO_BIN_DIR "/modules/refusing.arx\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("Not carried out: ARX failed"));
+}
+
+TEST_F(Batch, AScriptThatIsMissingInTheMiddleOrEndsInACommandFailsTheRun) {
+    EXPECT_EQ(run("SCRIPT none.scr\nCIRCLE 0,0 1\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("Can't find file \"none.scr\"."));
+    folder.write("half.scr", "CIRCLE 1,1\n");
+    EXPECT_EQ(run("SCRIPT half.scr\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("CIRCLE was cancelled by the end of the input"));
+    EXPECT_EQ(run("-INSERT\n"), 1);
+    EXPECT_THAT(transcript, HasSubstr("-INSERT was cancelled by the end of the input"));
+}
+
 TEST_F(Batch, RealDrawingsAreInsertedSavedAndFoundAgain) {
     const auto drawings = tests::sharedFolder("drawings");
     if (drawings.empty())

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <optional>
+#include <set>
 
 namespace {
 
@@ -76,6 +77,12 @@ protected:
         folder.write("locked.dwk", "Anna\ndesk\n");
         std::filesystem::permissions(folder.path() / "protected.dwg", std::filesystem::perms(0444));
         folder.write("rubbish.dwg", "AC1015 and nothing more");
+        folder.write("empty.dwg", "");
+        const std::string whole = tests::readFile(folder.path() / "a b/DOOR.dwg");
+        folder.write("cut.dwg", whole.substr(0, whole.size() / 2));
+        folder.write("rubbish.arx", "no module at all");
+        folder.write("binary.lsp", std::string("\0\xFF\x01(", 4));
+        folder.write("half.scr", "CIRCLE 1,1\n");
         folder.write("symbols.lsp", "; symbols\n(setq first \"one\") ; the first\n(setq second\n  2.5)\n");
         folder.write("broken.lsp", "(setq before 1)\n(defun behind)\n(setq behind 2)\n");
         folder.write("script.scr", "; drawn by a script\nCIRCLE 1,1 2\nLINE 0,0\n1,1\n\n");
@@ -124,6 +131,18 @@ TEST_P(Scripts, GiveTheirTranscripts) {
         GTEST_SKIP() << "the transcript was written anew";
     }
     EXPECT_EQ(transcript, tests::readFile(expected));
+}
+
+TEST(ScriptNames, EveryCommandOfTheEditorStandsInAScript) {
+    std::set<std::wstring> written;
+    for (const std::string& name : scriptNames()) {
+        std::ifstream in(scripts / (name + ".scr"));
+        for (std::string line; std::getline(in, line);)
+            written.insert(upperCased(fromUtf8(line.substr(0, line.find(' ')))));
+    }
+    const tests::Session session;
+    for (const auto& command : Editor::instance()->commands().all())
+        EXPECT_TRUE(written.contains(command->globalName)) << tests::utf8(command->globalName);
 }
 
 INSTANTIATE_TEST_SUITE_P(Editor, Scripts, testing::ValuesIn(scriptNames()),
