@@ -1,16 +1,14 @@
 // A redraw of a large drawing against the bare painting of what is seen of it.
 #include "bench/Harness.h"
+#include "bench/editor/Window.h"
 
 #include "editor/database/colours.h"
 #include "editor/window/drawing_scene.h"
-#include "tests/support/TemporaryFolder.h"
 
-#include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
 
-#include <cstdio>
-#include <cstdlib>
+#include <stdexcept>
 
 namespace {
 
@@ -39,16 +37,12 @@ void paintBare(QPainter& painter, const Wireframe& wireframe, const Projection& 
 }
 
 void measure(bench::Table& table) {
-    const std::filesystem::path folder = tests::sharedFolder("drawings");
-    if (folder.empty()) {
-        std::puts("the drawings to be measured are not there");
+    const std::filesystem::path file = bench::SharedDrawing("2018/Dynblocks.dwg");
+    if (file.empty())
         return;
-    }
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    int count = 0;
-    QGuiApplication application(count, nullptr);
+    bench::StartApplication();
     AcDbDatabase database(false, false);
-    if (database.readDwgFile((folder / "2018/Dynblocks.dwg").wstring().c_str()) != eOk)
+    if (database.readDwgFile(file.wstring().c_str()) != eOk)
         throw std::runtime_error("2018/Dynblocks.dwg can't be read");
     const Wireframe wireframe = wireframeOfModelSpace(database);
     const DrawingScene scene(wireframe);
