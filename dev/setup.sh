@@ -2,7 +2,7 @@
 # Works as root or with sudo; says what it does; quick when nothing is to be done.
 
 tessaro_packages=(build-essential cmake ninja-build qt6-base-dev zlib1g-dev liblodepng-dev libgtest-dev libgmock-dev fontconfig fonts-dejavu-core)
-tessaro_test_packages=(gdal-bin locales poppler-utils)
+tessaro_test_packages=(gdal-bin locales poppler-utils aspell aspell-en)
 tessaro_lint_packages=(clang-16 clang-tidy-16 clang-format-16 libclang-rt-16-dev python3)
 
 # install_missing PACKAGE...

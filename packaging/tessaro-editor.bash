@@ -1,9 +1,8 @@
 # Completion of the programs' options and files for bash.
 
 _tessaro_files() {
-    local ending=$1
     compopt -o filenames 2>/dev/null
-    mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X "!*.@(${ending}|${ending^^})" -- "$word")
+    mapfile -t COMPREPLY < <(compgen -d -- "$word"; compgen -f -X "!*.$1" -- "$word"; compgen -f -X "!*.${1^^}" -- "$word")
 }
 
 _tessaro() {
@@ -11,10 +10,10 @@ _tessaro() {
     case ${1##*/} in
     tessaro-editor) options='--batch --script --load --no-load --support --help' ;;
     tessaro-samples) ending= ;;
-    tessaro-examine) options='--background --mark --no-marks --pictures --paint' ;;
+    tessaro-examine) options='--background --mark --no-marks --pictures --paint --help' ;;
     tessaro-thumbnailer) options='-s' ;;
     drawing-facts) options='--entities' ;;
-    cache-dump) ending=cache ;;
+    cache-dump) options='--ini --help' ending=cache ;;
     esac
     COMPREPLY=()
     case $before in
