@@ -3,6 +3,7 @@
 #include "tessaro/platform/Time.h"
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <string>
 
@@ -16,12 +17,28 @@ struct BlockStatus {
     bool operator==(const BlockStatus&) const = default;
 };
 
+/// A mark that all Blocks lose at once: each opening of the window takes it from 100,000 of them, and a walk over their
+/// memory would be noticed. ClearAll belongs to the main thread; a mark is read and set as its Block is.
+class CheckedMark {
+public:
+    CheckedMark& operator=(bool set) {
+        round = set ? present.load(std::memory_order_relaxed) : 0;
+        return *this;
+    }
+    operator bool() const { return round == present.load(std::memory_order_relaxed); }
+    static void ClearAll() { present.fetch_add(1, std::memory_order_relaxed); }
+
+private:
+    static inline std::atomic<std::uint32_t> present{1};
+    std::uint32_t round = 0; ///< in which it was set; 0 for never
+};
+
 /// One catalogue entry: a drawing file of a catalogue folder, or a block definition of the current drawing.
 ///
 /// A Block holds no picture, only its slot in the two image lists of its Directory. Threads: belongs to the main thread
 /// while a dialog is open; the worker works on copies and applies what it found there.
 struct Block {
-    bool checked = false;            ///< compared with its file, or examined, since the last ValidateDirs
+    CheckedMark checked;             ///< compared with its file, or examined, since the last ValidateDirs
     bool cached = false;             ///< has a stored record
     bool descriptionPending = false; ///< its description is to be written into the drawing
     std::wstring name;               ///< file title without extension

@@ -101,6 +101,7 @@ void ValidateDirs() {
     {
         const std::lock_guard queue(loader.cs);
         loader.loadQueue.clear();
+        CheckedMark::ClearAll();
         for (auto place = directories.rbegin(); place != directories.rend(); ++place) {
             Directory& directory = **place;
             if (directory.isInternal) {
@@ -112,8 +113,6 @@ void ValidateDirs() {
             }
             if (readDirEveryTime != 0)
                 directory.loaded = false;
-            for (Block* block : directory.blocks)
-                block->checked = false;
             if (&directory != currentDirectory)
                 loader.loadQueue.push_front(&directory);
         }

@@ -20,6 +20,25 @@ TEST(Block, StartsUnlikeAnyFile) {
     EXPECT_EQ(block.fileType, 0);
 }
 
+TEST(Block, AllLoseTheirMarkAtOnceAndASetOneHoldsUntilThen) {
+    Block one, other;
+    one.checked = true;
+    EXPECT_TRUE(one.checked);
+    EXPECT_FALSE(other.checked);
+    CheckedMark::ClearAll();
+    EXPECT_FALSE(one.checked);
+    other.checked = true;
+    const Block copy = other;
+    EXPECT_TRUE(copy.checked);
+    EXPECT_FALSE(one.checked);
+    other.checked = false;
+    EXPECT_FALSE(other.checked);
+    EXPECT_TRUE(copy.checked);
+    CheckedMark::ClearAll();
+    EXPECT_FALSE(copy.checked);
+    EXPECT_FALSE(other.checked);
+}
+
 TEST(Block, FormatsHaveNames) {
     const wchar_t* const names[] = {L"Unknwn", L"0.0",  L"1.2",  L"1.4",  L"1.5",  L"2.1",    L"2.2", L"2.21",
                                     L"2.22",   L"2.5",  L"2.6",  L"R9",   L"R10",  L"R11/12", L"R13", L"R14",
