@@ -179,8 +179,8 @@ void BlockDlg::ConnectControls() {
     click(controls->add, &BlockDlg::OnAdd);
     click(controls->remove, &BlockDlg::OnDelete);
     click(controls->schemes, &BlockDlg::OnSchemes);
-    connect(controls->moveUp, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(true); }); });
-    connect(controls->moveDown, &QAbstractButton::clicked, this, [this] { Handle([this] { OnMove(false); }); });
+    click(controls->moveUp, &BlockDlg::MoveDirectoryUp);
+    click(controls->moveDown, &BlockDlg::MoveDirectoryDown);
     const auto open = [this](QAbstractButton* button, void (*dialog)(BlockDlg&)) {
         connect(button, &QAbstractButton::clicked, this, [this, dialog] { Handle([&] { dialog(*this); }); });
     };

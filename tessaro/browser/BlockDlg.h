@@ -127,7 +127,10 @@ private:
     void OnAdd();
     void OnSchemes();
     void OnDelete();
-    void OnMove(bool up);
+    void MoveDirectoryUp();
+    void MoveDirectoryDown();
+    /// Exchanges the current directory with its neighbour that many rows below.
+    void MoveDirectory(int step);
     void OnDirectoryRenamed(int row, const std::wstring& text);
     void OnDirectoryMenu(QPoint place);
 

@@ -49,13 +49,21 @@ void BlockDlg::OnDelete() {
     StartDeleteDirectory(row);
 }
 
-void BlockDlg::OnMove(bool up) {
+void BlockDlg::MoveDirectoryUp() {
+    MoveDirectory(-1);
+}
+
+void BlockDlg::MoveDirectoryDown() {
+    MoveDirectory(1);
+}
+
+void BlockDlg::MoveDirectory(int step) {
     Directory* const moved = currentDirectory;
     if (moved == nullptr)
         return;
     ListModel& rows = controls->directoryList->Rows();
     const int row = rows.FindData(moved);
-    const int neighbourRow = up ? row - 1 : row + 1;
+    const int neighbourRow = row + step;
     Directory* const neighbour = DirectoryAt(neighbourRow);
     if (row < 0 || neighbour == nullptr)
         return;

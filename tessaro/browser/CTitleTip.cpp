@@ -15,6 +15,7 @@ class CTitleTip::TipWindow : public QWidget {
 public:
     explicit TipWindow(QWidget* tipParent)
         : QWidget(tipParent, Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint), owner(tipParent) {
+        setObjectName(QStringLiteral("ZTitleTip"));
         setAttribute(Qt::WA_ShowWithoutActivating);
         setPalette(QToolTip::palette());
         setMouseTracking(true);

@@ -53,6 +53,7 @@ ListView::ListView(QWidget* parent) : QAbstractItemView(parent), header(new List
         updateGeometries();
         viewport()->update();
     });
+    connect(header, &QHeaderView::sectionHandleDoubleClicked, this, &ListView::FitColumn);
 }
 
 ListView::~ListView() {

@@ -33,6 +33,8 @@ public:
     void Arrange();
 
     QHeaderView* Header() const { return header; }
+    /// Makes a column of the report as wide as its heading and the texts that are in sight need.
+    void FitColumn(int column);
     /// First row that is wholly visible; 0 without rows.
     int TopIndex() const;
     /// Number of rows that fit whole into the view.

@@ -122,6 +122,19 @@ void ListView::PaintCell(QPainter& painter, int row, const QRect& bounds) {
                      Fitting(rows.index(row, 0).data(Qt::DisplayRole).toString(), place.width()));
 }
 
+void ListView::FitColumn(int column) {
+    int first = 0;
+    int last = -1;
+    FirstAndLastVisible(first, last);
+    int text = 0;
+    for (int row = first; row <= last; ++row)
+        text = std::max(text, fontMetrics().horizontalAdvance(
+                                  rows.index(row, column).data(Qt::DisplayRole).toString().left(kTextLimit)));
+    // What stands in the cell beside its text: the picture of the first one.
+    const int beside = last < first ? 0 : header->sectionSize(column) - visualRect(rows.index(first, column)).width();
+    header->resizeSection(column, std::max(header->sectionSizeHint(column), text + beside + 2 * kTextMargin + 1));
+}
+
 QString ListView::Fitting(const QString& text, int width) const {
     return fontMetrics().elidedText(text.left(kTextLimit), Qt::ElideRight, width);
 }

@@ -43,10 +43,14 @@ bool ViewButton::IsOnArrow(int x) const {
 
 void ViewButton::paintEvent(QPaintEvent*) {
     QPainter painter(this);
-    QStyleOptionButton frame;
-    initStyleOption(&frame);
-    frame.text.clear();
-    style()->drawControl(QStyle::CE_PushButtonBevel, &frame, &painter, this);
+    QStyleOptionButton item;
+    initStyleOption(&item);
+    DrawItem(painter, item);
+}
+
+void ViewButton::DrawItem(QPainter& painter, QStyleOptionButton& item) {
+    item.text.clear();
+    style()->drawControl(QStyle::CE_PushButtonBevel, &item, &painter, this);
 
     QStyleOption arrow;
     arrow.initFrom(this);
@@ -55,7 +59,7 @@ void ViewButton::paintEvent(QPaintEvent*) {
     style()->drawPrimitive(QStyle::PE_IndicatorArrowDown, &arrow, &painter, this);
     painter.setPen(QPen(palette().color(QPalette::Mid), 0));
     painter.drawLine(width() - arrowWidth - 1, 5, width() - arrowWidth - 1, height() - 6);
-    if (hasFocus() && frame.state.testFlag(QStyle::State_KeyboardFocusChange)) {
+    if (hasFocus() && item.state.testFlag(QStyle::State_KeyboardFocusChange)) {
         QStyleOptionFocusRect focus;
         focus.initFrom(this);
         focus.rect = rect().adjusted(2, 2, -2, -2);

@@ -5,6 +5,9 @@
 
 #include <functional>
 
+class QPainter;
+class QStyleOptionButton;
+
 /// Shows and picks the view of the block list: a click on its left part asks for the next view, its arrow or the key
 /// Down opens a menu.
 class ViewButton : public QPushButton {
@@ -28,6 +31,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void DrawItem(QPainter& painter, QStyleOptionButton& item);
     void OpenMenu(Qt::MouseButton button);
 
     QImage images; ///< four pictures side by side, see-through where the artwork is magenta

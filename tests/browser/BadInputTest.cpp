@@ -103,6 +103,31 @@ TEST_F(BadInput, NamesOfControlCharactersRightToLeftTextAndGreatLengthAreShownAn
     });
 }
 
+TEST_F(BadInput, NamesThatAreTooLongForAnyFileAreShownFoundAndSorted) {
+    Directory* const odd = Add((folder.path() / "nowhere").wstring());
+    for (const std::size_t length : {260U, 3'000U}) {
+        auto* const block = new Block;
+        block->name = std::wstring(length, L'n') + std::to_wstring(length);
+        block->description = std::wstring(length, L'd');
+        odd->blocks.push_back(block);
+    }
+    odd->loaded = odd->imagesLoaded = true;
+    Run([&](BlockDlg& dlg) {
+        ASSERT_TRUE(WaitFor([&] { return dlg.BlockRowCount() == 2 && dlg.Controls().blockList->isVisible(); }));
+        for (const int view : {0, 1, 2, 3}) {
+            dlg.SetView(view);
+            EXPECT_FALSE(dlg.grab().isNull());
+        }
+        dlg.SortBlocks(2);
+        dlg.Controls().quickFind->setText("n3000");
+        EXPECT_EQ(dlg.SelectedBlockRow(), 1);
+        EXPECT_EQ(dlg.Controls().properties->text().indexOf("\nDesc: "), 7 + 3'004);
+        const MenuAnswer menu;
+        emit dlg.Controls().blockList->customContextMenuRequested({5, 5});
+        EXPECT_EQ(menu.Texts().value(0).size(), 7 + 3'004);
+    });
+}
+
 TEST_F(BadInput, AFolderThatIsDeletedWhileItIsShownLeavesTheDialogUsable) {
     const Directory* odd = AddFolder(L"Odd", {"lamp", "desk"});
     AddFolder(L"Good", {"chair"});

@@ -9,7 +9,6 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPointer>
 #include <QTest>
@@ -21,36 +20,6 @@ namespace {
 
 constexpr int kPatience = 30'000;
 constexpr int kUnanswered = 5'000; ///< between two looks at a message box
-
-/// Calls again and again until the function has found what it waits for.
-void Until(const std::function<bool()>& step) {
-    QTimer::singleShot(5, [step] {
-        if (!step())
-            Until(step);
-    });
-}
-
-QString Described(const QAction& action, const QString& path) {
-    QString text = path + action.text();
-    if (action.isSeparator())
-        text = QStringLiteral("-");
-    if (action.isChecked())
-        text += QLatin1Char('*');
-    return action.isEnabled() || action.isSeparator() ? text : QLatin1Char('[') + text + QLatin1Char(']');
-}
-
-QAction* Visit(QMenu& menu, const QString& path, const QString& entry, QStringList& texts) {
-    QAction* found = nullptr;
-    for (QAction* action : menu.actions()) {
-        texts << Described(*action, path);
-        if (path + action->text() == entry)
-            found = action;
-        if (action->menu() != nullptr)
-            if (QAction* inside = Visit(*action->menu(), action->text() + QLatin1Char('/'), entry, texts))
-                found = inside;
-    }
-    return found;
-}
 
 } // namespace
 
@@ -125,30 +94,5 @@ bool Browser::WaitIdle() {
     return WaitFor([] {
         const std::unique_lock queue(loader.cs, std::try_to_lock);
         return queue.owns_lock() && loader.loadQueue.empty() && loader.pause == 0;
-    });
-}
-
-MessageAnswer::MessageAnswer(const QString& button) : text(std::make_shared<QString>()) {
-    Until([kept = text, button] {
-        auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-        if (box == nullptr)
-            return false;
-        *kept = box->text();
-        for (QAbstractButton* choice : box->buttons())
-            if (choice->text().remove(QLatin1Char('&')) == button)
-                choice->click();
-        return true;
-    });
-}
-
-MenuAnswer::MenuAnswer(const QString& entry) : texts(std::make_shared<QStringList>()) {
-    QTimer::singleShot(0, [kept = texts, entry] {
-        auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-        if (menu == nullptr)
-            return;
-        QAction* picked = Visit(*menu, {}, entry, *kept);
-        menu->close();
-        if (picked != nullptr)
-            picked->trigger();
     });
 }

@@ -3,6 +3,7 @@
 #include "editor/application/editor.h"
 #include "tessaro/browser/BlockDlg.h"
 #include "tessaro/browser/BlockDlgControls.h"
+#include "tests/browser/Answers.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <functional>
@@ -31,25 +32,4 @@ protected:
     tests::TemporaryFolder folder;
     editor::Editor host;
     AcDbDatabase* drawing = nullptr;
-};
-
-/// Shows and answers the next message box with its button of that text; keeps what it said.
-class MessageAnswer {
-public:
-    explicit MessageAnswer(const QString& button);
-    QString Text() const { return *text; }
-
-private:
-    std::shared_ptr<QString> text;
-};
-
-/// Texts of the menu that opens next, top level and submenus ("Sort/Size"), greyed ones in brackets, checked ones with
-/// an asterisk. Then picks an entry (with its path) or dismisses the menu.
-class MenuAnswer {
-public:
-    explicit MenuAnswer(const QString& entry = {});
-    QStringList Texts() const { return *texts; }
-
-private:
-    std::shared_ptr<QStringList> texts;
 };

@@ -5,10 +5,8 @@
 #include "tessaro/platform/Paths.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QTest>
-#include <QTimer>
 
 namespace {
 
@@ -30,30 +28,11 @@ struct DirectoryList : Browser {
     Directory *furniture, *electrical, *mechanical;
 };
 
-/// Answers the folder picker that opens next; an empty path cancels it.
-void PickFolder(const QString& path) {
-    QTimer::singleShot(5, [path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr) {
-            PickFolder(path);
-            return;
-        }
-        EXPECT_EQ(dialog->windowTitle(), "Select Directory");
-        if (path.isEmpty()) {
-            dialog->reject();
-            return;
-        }
-        dialog->setDirectory(path);
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
-    });
-}
-
 TEST_F(DirectoryList, AddAppendsTheFolderAndShowsIt) {
     const auto added = folder.write("more/valve.dwg", "AC1015" + std::string(100, '\0')).parent_path();
     Run([&](BlockDlg& dlg) {
         ASSERT_TRUE(WaitIdle());
-        PickFolder(QString::fromStdWString(added.wstring()));
+        AnswerFolderPicker(QString::fromStdWString(added.wstring()));
         dlg.Controls().add->click();
         EXPECT_EQ(Rows(dlg), L"Furniture Electrical Mechanical New Directory ");
         EXPECT_EQ(dlg.Controls().directoryList->SelectedRow(), 3);
@@ -66,7 +45,7 @@ TEST_F(DirectoryList, AddAppendsTheFolderAndShowsIt) {
 TEST_F(DirectoryList, ACancelledPickerAddsNothing) {
     Run([&](BlockDlg& dlg) {
         const std::wstring before = browseFolder;
-        PickFolder({});
+        AnswerFolderPicker({});
         dlg.Controls().add->click();
         EXPECT_EQ(dlg.DirectoryRowCount(), 3);
         EXPECT_EQ(browseFolder, before);
@@ -76,7 +55,7 @@ TEST_F(DirectoryList, ACancelledPickerAddsNothing) {
 TEST_F(DirectoryList, TheSameFolderCanBeAddedTwice) {
     Run([&](BlockDlg& dlg) {
         for (int time = 0; time < 2; ++time) {
-            PickFolder(QString::fromStdWString(furniture->path));
+            AnswerFolderPicker(QString::fromStdWString(furniture->path));
             dlg.Controls().add->click();
         }
         EXPECT_EQ(Rows(dlg), L"Furniture Electrical Mechanical New Directory New Directory ");
@@ -163,7 +142,7 @@ TEST_F(DirectoryList, DeletingTheOnlyDirectoryLeavesNoneAndAddStartsAfresh) {
         dlg.Controls().moveUp->click();
         dlg.Controls().insert->click();
         dlg.Controls().remove->click();
-        PickFolder(QString::fromStdWString((folder.path() / "library0").wstring()));
+        AnswerFolderPicker(QString::fromStdWString((folder.path() / "library0").wstring()));
         dlg.Controls().add->click();
         ASSERT_TRUE(WaitFor([&] { return dlg.BlockRowCount() == 2; }));
     });

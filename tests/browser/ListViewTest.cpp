@@ -226,6 +226,27 @@ TEST(ListView, AHeadingThatDoesNotFitShowsItsBeginning) {
     EXPECT_NE(drawn(120, Qt::AlignRight), drawn(120, Qt::AlignLeft));
 }
 
+TEST(ListView, ADoubleClickBetweenHeadingsFitsTheColumnToWhatIsInSight) {
+    List shown(3);
+    const ImageList pictures(66, 49, 1, 25);
+    shown.list.SetImages(nullptr, &pictures);
+    const std::wstring text(40, L'w');
+    QHeaderView& header = *shown.list.Header();
+    for (const int column : {2, 0}) {
+        shown.list.Rows().SetText(1, column, text);
+        header.resizeSection(column, 20);
+        const QPoint divider(header.sectionViewportPosition(column) + 19, header.height() / 2);
+        QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, divider);
+        const QRect cell = shown.list.visualRect(shown.list.Rows().index(1, column));
+        const int needed = shown.list.fontMetrics().horizontalAdvance(QString::fromStdWString(text));
+        EXPECT_GT(cell.width(), needed) << column;
+        EXPECT_LT(cell.width(), needed + 20) << column;
+    }
+    shown.list.Rows().DeleteAllRows();
+    shown.list.FitColumn(1);
+    EXPECT_GE(header.sectionSize(1), shown.list.fontMetrics().horizontalAdvance("Rel")) << "the heading alone";
+}
+
 TEST(ListView, APressBesideTheRowsTakesTheSelectionAway) {
     List shown(2);
     shown.list.SelectRow(1);

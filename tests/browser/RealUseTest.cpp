@@ -7,30 +7,14 @@
 #include "tessaro/platform/Text.h"
 
 #include <QApplication>
-#include <QFileDialog>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QTest>
-#include <QTimer>
 
 #include <algorithm>
 #include <set>
 
 namespace {
-
-/// Answers the folder picker that opens next.
-void PickFolder(const QString& path) {
-    QTimer::singleShot(5, [path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr) {
-            PickFolder(path);
-            return;
-        }
-        dialog->setDirectory(path);
-        dialog->selectFile(path);
-        static_cast<QDialog*>(dialog)->done(QDialog::Accepted);
-    });
-}
 
 struct RealUse : Browser {
     RealUse() {
@@ -68,7 +52,7 @@ struct RealUse : Browser {
     }
     void AddAll(BlockDlg& dlg) {
         for (const auto& place : folders) {
-            PickFolder(QString::fromStdString(place.string()));
+            AnswerFolderPicker(QString::fromStdString(place.string()));
             dlg.Controls().add->click();
             ASSERT_EQ(currentDirectory.load()->path, place.wstring());
         }

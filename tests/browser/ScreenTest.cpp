@@ -8,6 +8,7 @@
 #include <fstream>
 #include <gtest/gtest.h>
 #include <map>
+#include <sstream>
 
 namespace {
 
@@ -51,6 +52,21 @@ TEST_F(Screen, ADialogWiderThanTheScreenLosesExactlyTwentyPixels) {
             EXPECT_EQ(narrow.at(name).size(), place.size() - QSize(cut ? 20 : 0, 0)) << name << " on " << screen;
         }
     }
+}
+
+TEST_F(Screen, TheStartIsLoggedStepByStep) {
+    std::filesystem::create_directory(folder.path() / "Log");
+    Take({"--only", "none"});
+    std::string lines;
+    for (const auto& file : std::filesystem::directory_iterator(folder.path() / "Log")) {
+        std::istringstream in(tests::readFile(file.path()));
+        for (std::string line; std::getline(in, line);)
+            for (const char* step : {"SetupDlg", "Grab scale", "Check TESSAROAdmin", "Begin Thread", "ValidateDirs\r"})
+                if (line.starts_with(step))
+                    lines += line.substr(0, line.find('\r')) + "; ";
+    }
+    EXPECT_EQ(lines, "SetupDlg; Grab scale from userr4; Check TESSAROAdmin; Begin Thread for LoadDir; ValidateDirs; "
+                     "SetupDlg return; ");
 }
 
 TEST_F(Screen, TheDialogStandsInTheMiddle) {

@@ -1,8 +1,9 @@
 // browser_portrait OUT [--width N] [--height N] [--scale F] [--dark] [--restricted] [--release TEXT] [--only NAME]...
 //                  FOLDER...
 //
-// Leaves report.png, large.png, small.png, list.png, selected.png and menu.png of the browser on the folders in OUT,
-// and controls.txt: a line for the window ("window X Y WIDTH HEIGHT") and one for each control.
+// Leaves report.png, large.png, small.png, list.png, selected.png, menu.png and quickpic.png of the browser on the
+// folders in OUT, with a log where OUT holds a folder "Log", and controls.txt: a line for the window ("window X Y
+// WIDTH HEIGHT") and one for each control. "--only dialogs" leaves the dialogs that its controls open.
 #include "editor/application/editor.h"
 #include "tessaro/browser/BlockDlg.h"
 #include "tessaro/browser/BlockDlgControls.h"
@@ -11,6 +12,7 @@
 #include "tessaro/platform/MainThread.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/reading/Loader.h"
+#include "tests/browser/portrait/Dialogs.h"
 
 #include <QApplication>
 #include <QDir>
@@ -120,6 +122,9 @@ public:
         dialog.Controls().blockList->setFocus();
         Grab("selected", dialog);
         Menu();
+        LargePicture();
+        if (options.only.contains("dialogs"))
+            done = GrabDialogs(dialog, options.out) && done;
     }
     bool Done() const { return done; }
 
@@ -172,6 +177,24 @@ private:
         emit dialog.Controls().blockList->customContextMenuRequested({180, 150});
     }
 
+    /// The large picture of a block near the list's lower end, where it leaves the block's row to be seen.
+    void LargePicture() {
+        MyList& list = *dialog.Controls().blockList;
+        list.SelectRow(std::min(7, list.Rows().RowCount() - 1));
+        QTest::keyClick(&list, Qt::Key_Space);
+        QWidget* const popup = dialog.findChild<QWidget*>("QuickPic");
+        if (popup == nullptr) {
+            done = false;
+            return;
+        }
+        if (options.only.isEmpty() || options.only.contains("quickpic")) {
+            QPixmap all = dialog.grab();
+            QPainter(&all).drawPixmap(dialog.mapFromGlobal(popup->pos()), popup->grab());
+            done = all.save(options.out + "/quickpic.png") && done;
+        }
+        popup->close();
+    }
+
     BlockDlg& dialog;
     const Options& options;
     bool done = true;
@@ -207,6 +230,8 @@ int main(int argc, char** argv) {
         host.addSupportFolder(options.out.toStdWString());
     }
     moduleFolder = LocalPath = platform::FromNarrow(TESSARO_BIN_DIR);
+    if (QDir(options.out + "/Log").exists())
+        moduleFolder = options.out.toStdWString();
     versionText = L"3.9.10";
     iniPath = (options.out + "/tessaro35.ini").toStdWString();
     cachePath = (options.out + "/tessaro35.cache").toStdWString();
