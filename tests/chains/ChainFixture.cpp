@@ -7,6 +7,7 @@
 #include "tessaro/mapping/engine/Engine.h"
 #include "tessaro/platform/MainThread.h"
 
+#include <gmock/gmock.h>
 #include <memory>
 
 namespace tests {
@@ -143,9 +144,21 @@ std::string ChainTest::Content() {
 
 void ChainTest::UndoAll() {
     transcript.clear();
-    for (int count = 0; count < 50 && !Said("Nothing to undo."); ++count)
+    for (int count = 0; count < 200 && !Said("Nothing to undo."); ++count)
         editor.execute(L"U\n");
     EXPECT_TRUE(Said("Nothing to undo."));
+}
+
+void ChainTest::Remember() {
+    contentBefore = Content();
+    savedBefore = SavedDrawing::save(Drawing(), folder.path() / "before.dwg");
+}
+
+void ChainTest::ExpectUndone() {
+    UndoAll();
+    EXPECT_EQ(Content(), contentBefore);
+    const SavedDrawing after = SavedDrawing::save(Drawing(), folder.path() / "after.dwg");
+    EXPECT_THAT(savedBefore->differences(after), testing::IsEmpty());
 }
 
 void ChainTest::ExpectFlags(bool active, bool explode, bool multiple, bool relaunch) {

@@ -6,12 +6,14 @@
 #include "tessaro/placement/CmdLineReactor.h"
 #include "tessaro/placement/Placement.h"
 #include "tessaro/platform/UserInterface.h"
+#include "tests/chains/SavedDrawing.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -72,6 +74,10 @@ protected:
     std::string Content();
     /// Takes all commands back, one U after the other.
     void UndoAll();
+    /// Notes what is there now, in the drawing and in its file.
+    void Remember();
+    /// Takes all commands back and looks that the drawing is what was noted, also as it is saved.
+    void ExpectUndone();
     void ExpectFlags(bool active, bool explode, bool multiple, bool relaunch);
 
     TemporaryFolder folder;
@@ -83,6 +89,8 @@ protected:
     int opened = 0; ///< how often TESSARO ran
     int (*routine)(Block*) = nullptr;
     Block* chosen = nullptr;
+    std::string contentBefore;
+    std::optional<SavedDrawing> savedBefore;
 };
 
 } // namespace tests

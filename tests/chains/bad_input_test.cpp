@@ -3,6 +3,7 @@
 
 #include "editor/application/drawing.h"
 #include "editor/application/text.h"
+#include "tessaro/mapping/MapScheme.h"
 
 #include <fstream>
 #include <gmock/gmock.h>
@@ -15,15 +16,27 @@ namespace {
 
 class BadInput : public tests::ChainTest {
 protected:
-    /// Places the block by insertion and as a reference: nothing comes of it but a message on the command line.
+    BadInput() {
+        auto* const scheme = new MapScheme;
+        scheme->maps.SetAt(L"*", L"MAPPED");
+        SetScheme(L"By layer", scheme);
+    }
+    ~BadInput() override { DeleteSchemes(); }
+
+    /// Places the block by insertion, with a scheme too, and as a reference: nothing comes of it but a message on the
+    /// command line.
     void ExpectRefused(Block* block, const std::string& message) {
         const std::string before = Content();
-        transcript.clear();
-        Insert(block);
-        EXPECT_TRUE(Said(message)) << transcript;
-        EXPECT_EQ(Content(), before);
-        ExpectFlags(false, false, false, false);
-        user.messages.clear();
+        for (const wchar_t* const scheme : {L"By layer", L"<None>"}) {
+            directory->schemeName = scheme;
+            user.messages.clear();
+            transcript.clear();
+            Insert(block);
+            EXPECT_TRUE(Said(message)) << transcript;
+            EXPECT_THAT(user.messages, IsEmpty());
+            EXPECT_EQ(Content(), before);
+            ExpectFlags(false, false, false, false);
+        }
         transcript.clear();
         Place(XrefBlock, block);
         EXPECT_TRUE(Said(message)) << transcript;

@@ -15,22 +15,15 @@ namespace {
 
 class Chains : public tests::ChainTest {
 protected:
-    /// Takes all back and looks that nothing is left of it.
-    ~Chains() override {
-        if (!before.empty()) {
-            UndoAll();
-            EXPECT_EQ(Content(), before);
-        }
-    }
+    Chains() { Remember(); }
+    /// After every chain all is taken back.
+    ~Chains() override { ExpectUndone(); }
 
     void Begin(bool explode, bool multiple, bool repeat) {
-        before = Content();
         directory->explode = explode;
         directory->multipleInsert = multiple;
         directory->repeat = repeat;
     }
-
-    std::string before;
 };
 
 } // namespace
@@ -170,11 +163,10 @@ TEST_F(Chains, AnXrefThatTheHostRefusesIsTold) {
 }
 
 TEST_F(Chains, EscapeAtThePickOfAnXrefIsNoSuccessAndLeavesNothing) {
-    before = Content();
     user.Cancels();
     Place(XrefBlock, door);
     EXPECT_THAT(user.messages, ElementsAre(L"This file cannot be xrefed"));
-    EXPECT_EQ(Content(), before);
+    EXPECT_EQ(Content(), contentBefore);
     ExpectFlags(false, false, false, false);
 }
 
@@ -338,7 +330,6 @@ TEST_F(Chains, ScaleAndRotationReachTheReference) {
 }
 
 TEST_F(Chains, NamesOfEveryKindAreFoundAndPlaced) {
-    before = Content();
     std::vector<std::string> placed;
     for (const wchar_t* const name : {L"oak door", L"door.v2", L"50%s off %d", L"T\u00FCr", L"\u30C9\u30A2"}) {
         for (const bool explode : {false, true}) {
@@ -358,7 +349,6 @@ TEST_F(Chains, BlocksOfRealDrawingsArePlacedExplodedAndTakenBack) {
     if (drawings.empty())
         GTEST_SKIP() << "no shared drawings";
     editor.execute(L"ATTREQ 0\n");
-    before = Content();
     directory->path = editor::fromUtf8((drawings / "2000").string());
     std::size_t count = 0;
     for (const char* const name : {"Line", "Arc", "circle", "Ellipse", "Text", "PolyLine2D", "PolyLine3D", "Spline"}) {

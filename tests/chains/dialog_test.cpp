@@ -1,82 +1,24 @@
 // The chains driven through the browser: the program in batch mode with the module, its dialog answered by a script.
-#include "tests/support/TemporaryFolder.h"
+#include "tests/chains/ProgramFixture.h"
 
-#include "editor/application/drawing.h"
-#include "editor/application/text.h"
-#include "editor/sdk/db.h"
-
-#include <cstdio>
 #include <filesystem>
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
-#include <memory>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace {
 
 using testing::HasSubstr;
 using testing::Not;
+using tests::kList;
+using tests::kQuit;
 
-class Dialog : public testing::Test {
+class Dialog : public tests::ProgramTest {
 protected:
     Dialog() {
         for (const char* const name : {"DOOR", "oak gate.v2", "T\u00FCr 50%s"})
             MakeDrawing(folder.path() / "lib" / (std::string(name) + ".dwg"));
-        MakeDrawing(folder.path() / "PLAN.dwg");
-        const std::string library = (folder.path() / "lib").string();
-        folder.write("tessaro35.ini", "[Paths]\nNumPaths=1\nPath1=" + library + "\n[" + library +
-                                          "]\nDescription=Lib\nScale=1-to-1\nRotation=0\nView=3\nSortStyle=Name\n"
-                                          "CurrentScheme=<None>\n");
+        Catalogue(folder.path() / "lib");
     }
-
-    static void MakeDrawing(const std::filesystem::path& file) {
-        std::filesystem::create_directories(file.parent_path());
-        AcDbDatabase drawing;
-        if (file.filename() != "PLAN.dwg")
-            editor::addToModelSpace(drawing, std::make_unique<AcDbLine>(AcGePoint3d{}, AcGePoint3d{1, 0, 0}));
-        EXPECT_EQ(drawing.saveAs(editor::fromUtf8(file.string()).c_str()), eOk);
-    }
-
-    /// Runs a script on PLAN.dwg; the transcript stays in `transcript`, the exit status is given.
-    int Run(const std::string& script, const std::string& program = TESSARO_BIN_DIR "/tessaro-editor",
-            const std::string& more = {}) {
-        const auto file = folder.write("script.scr", script);
-        const std::string line =
-            "cd '" + folder.path().string() + "' && env -u DISPLAY -u WAYLAND_DISPLAY HOME='" + folder.path().string() +
-            "' LD_LIBRARY_PATH='" TESSARO_BIN_DIR "' QT_QPA_PLATFORM=offscreen timeout 200 '" + program +
-            "' --batch --script '" + file.string() + "' " + more + " PLAN.dwg 2>/dev/null";
-        FILE* const out = popen(line.c_str(), "r");
-        if (out == nullptr)
-            return -1;
-        transcript.clear();
-        char buffer[4096];
-        while (const std::size_t size = std::fread(buffer, 1, sizeof buffer, out))
-            transcript.append(buffer, size);
-        const int status = pclose(out);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    }
-
-    /// Opens the browser on the library and takes a block.
-    static std::string Choose(const std::string& block, const std::string& options = {},
-                              const std::string& button = "Insert") {
-        return "TESSARO\n> select Lib in directoryList\n> wait-until blockList \"" + block + "\"\n" + options +
-               "> select \"" + block + "\" in blockList\n> click " + button + "\n";
-    }
-
-    std::size_t Count(const std::string& text) const {
-        std::size_t count = 0;
-        for (auto at = transcript.find(text); at != std::string::npos; at = transcript.find(text, at + 1))
-            ++count;
-        return count;
-    }
-
-    tests::TemporaryFolder folder;
-    std::string transcript;
 };
-
-constexpr const char* kList = "LIST ALL\n\n";
-constexpr const char* kQuit = "QUIT\nY\n";
 
 } // namespace
 
@@ -124,6 +66,62 @@ TEST_F(Dialog, NamesWithBlanksDotsPercentSignsAndForeignLettersArePlaced) {
         << transcript;
     EXPECT_THAT(transcript, HasSubstr("Block Name: \"oak gate.v2\""));
     EXPECT_THAT(transcript, HasSubstr("Block Name: \"T\u00FCr 50%s\""));
+}
+
+TEST_F(Dialog, NamesOfThatKindAreAttachedAndOpenedToo) {
+    const std::string name = "T\u00FCr 50%s";
+    EXPECT_EQ(Run(Choose(name, "", "Xref/A") + "2,2\n-XREF ?\n" + Choose(name, "", "Open") + "SETVAR DWGNAME\nCLOSE\n" +
+                  kQuit),
+              0)
+        << transcript;
+    EXPECT_THAT(transcript, HasSubstr("\"" + name + "\"  Attach  Loaded"));
+    EXPECT_THAT(transcript, HasSubstr("DWGNAME = \"" + name + ".dwg\""));
+}
+
+TEST_F(Dialog, EscapeAtALaterPickKeepsWhatWasPlacedAndRepeatReopens) {
+    EXPECT_EQ(Run(Choose("DOOR", "> set \"Multiple Insert\" on\n> set Repeat on\n") +
+                  "1,1\n2,2\n^C\n> wait-until blockList DOOR\n> set Repeat off\n> click Close\n" + kList +
+                  "-INSERT ?\n*\n^C\n" + kQuit),
+              0)
+        << transcript;
+    EXPECT_THAT(transcript, HasSubstr("\n2 found"));
+    EXPECT_THAT(transcript, HasSubstr("\n\"DOOR\"\n"));
+}
+
+TEST_F(Dialog, TheCancelOfAForeignCommandInTheMiddleEndsThePlacementAndReopens) {
+    EXPECT_EQ(Run(Choose("DOOR", "> set Repeat on\n") +
+                  "'ZOOM\n^C\n^C\n> wait-until blockList DOOR\n> set Repeat off\n> click Close\n" + kList +
+                  "-INSERT ?\n*\n^C\n" + kQuit),
+              0)
+        << transcript;
+    EXPECT_THAT(transcript, HasSubstr("\n0 found"));
+    EXPECT_THAT(transcript, Not(HasSubstr("\n\"DOOR\"\n")));
+}
+
+TEST_F(Dialog, AForeignCommandThatEndsInTheMiddleChangesNothing) {
+    EXPECT_EQ(Run(Choose("DOOR", "> set Explode on\n") + "'ZOOM\nA\n1,1\n" + kList + kQuit), 0) << transcript;
+    EXPECT_THAT(transcript, HasSubstr("1 found\nSelect objects: \n  LINE"));
+}
+
+TEST_F(Dialog, TheScaleBoxTakesNumbersAndTheDrawingsScale) {
+    EXPECT_EQ(Run("DIMSCALE 4\n" + Choose("DOOR", "> set scaleCombo 2.5\n") + "1,1\n" + kList + "SETVAR USERR4\n\n" +
+                  Choose("DOOR", "> set scaleCombo DRAWING\n") + "> answer No\n2,2\n" + kList + kQuit),
+              0)
+        << transcript;
+    EXPECT_THAT(transcript, HasSubstr("X scale factor: 2.5000"));
+    EXPECT_THAT(transcript, HasSubstr("<2.5>")) << "the typed scale lives in the drawing";
+    EXPECT_THAT(transcript, HasSubstr("X scale factor: 4.0000"));
+}
+
+TEST_F(Dialog, AScaleTextThatIsNoNumberAndADimscaleOfZeroAreTheHostsToRefuse) {
+    EXPECT_EQ(Run("USERR4 3\nSETVAR USERR4\n\n" + Choose("DOOR", "> set scaleCombo large\n") + "^C\n" + kList +
+                  "SETVAR USERR4\n\n" + "DIMSCALE 0\n" + Choose("DOOR", "> set scaleCombo Drawing\n") + "^C\n" + kList +
+                  kQuit),
+              0)
+        << transcript;
+    EXPECT_GE(Count("Value must be nonzero."), 2u) << transcript;
+    EXPECT_THAT(transcript, HasSubstr("USERR4 <0>")) << "what is no number is zero";
+    EXPECT_EQ(Count("\n0 found"), 2u);
 }
 
 TEST_F(Dialog, AFileThatVanishesBetweenClickAndCommandIsTheHostsToTell) {

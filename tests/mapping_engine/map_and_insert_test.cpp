@@ -191,6 +191,22 @@ TEST_F(MapAndInsert, ATargetThatNoLayerMayHaveLeavesTheLayersAndTellsEachRefused
     }
 }
 
+TEST_F(MapAndInsert, ATargetThatNoLayerMayHaveLeavesEntitiesThatGoByLinetypeOrColourInPlaceToo) {
+    AddLinetype(L"DASHED");
+    AddLayer(L"A", 3, L"DASHED");
+    AddLine(L"A");
+    const std::wstring file = Save();
+    for (const wchar_t letter : std::wstring(L"<>/\\\":;?*|=`"))
+        for (const int type : {1, 2}) {
+            messages.clear();
+            Enter(L"Scheme", MakeScheme(type, {{type == 1 ? L"DASHED" : L"3", std::wstring(L"X") + letter}}));
+            ASSERT_TRUE(MapAndInsertDrawing(file, L"DOOR", L"Scheme"));
+            EXPECT_THAT(Definition(L"DOOR"), ElementsAre(Look{L"A"}));
+            EXPECT_THAT(messages, ElementsAre(L"Could not erase layer A"));
+            EXPECT_EQ(LayersOf(drawing), (Names{L"0", L"A"}));
+        }
+}
+
 TEST_F(MapAndInsert, LayersOfAnExternalReferenceGoByTheSameRules) {
     AddLayer(L"PLAN");
     // What depends on a reference has a name that nobody may give.

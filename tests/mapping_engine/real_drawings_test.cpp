@@ -18,7 +18,11 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdlib>
 #include <deque>
+#include <map>
+#include <set>
+#include <sstream>
 #include <tuple>
 
 using ::testing::IsEmpty;
@@ -52,6 +56,10 @@ constexpr RealDrawing kDrawings[] = {
     {"2013/gh109_1.dwg", "2013"},   {"example_2013.dwg", "2013"}, {"example_2018.dwg", "2018"},
     {"2018/Dynblocks.dwg", "2018"},
 };
+
+/// Those of formats that nobody here reads.
+constexpr const char* kOlderDrawings[] = {"r9/entities.dwg", "r10/entities.dwg", "r11/ACEB10.dwg",
+                                          "r11/entities-2d.dwg", "r11/entities-3d.dwg"};
 
 struct KindOfScheme {
     const char* name;
@@ -102,6 +110,7 @@ class OnRealDrawings : public tests::MappingTest {
 protected:
     OnRealDrawings() {
         shared = tests::sharedFolder("drawings");
+        host.execute(L"ATTREQ 0\n");
         host.setUserInput(&user);
         host.reactors().addReactor(&cmdLineReactor);
         blockInsert = 2;
@@ -179,6 +188,8 @@ protected:
     RealDrawing Drawing() const override { return GetParam(); }
 };
 
+using OlderDrawings = tests::MappingTest;
+
 class SchemesOnRealDrawings : public OnRealDrawings,
                               public testing::WithParamInterface<std::tuple<RealDrawing, KindOfScheme>> {
 protected:
@@ -236,6 +247,9 @@ TEST_P(SchemesOnRealDrawings, MoveEveryEntityAndEraseEveryLayerAsTheRulesSay) {
     // The whole road: placed, saved and read back.
     OpenCurrent();
     const std::wstring clayer = CurrentLayerOf(Current());
+    std::set<std::wstring> ownLayers;
+    for (const std::wstring& name : LayersOf(Current()))
+        ownLayers.insert(platform::ToUpper(name));
     messages.clear();
     Enter(L"Scheme", MakeScheme(kind.schemeType, kind.maps, kind.byLayer));
     Place(L"Scheme", {Pick()});
@@ -263,6 +277,12 @@ TEST_P(SchemesOnRealDrawings, MoveEveryEntityAndEraseEveryLayerAsTheRulesSay) {
     ASSERT_FALSE(placed.empty());
     if (kind.schemeType == 3) {
         EXPECT_EQ(LookOf(placed.back()).layer, L"Placed");
+    } else {
+        for (const std::wstring& name : LayersOf(back)) {
+            const std::wstring upper = platform::ToUpper(name);
+            EXPECT_TRUE(ownLayers.contains(upper) || expected.layersAfter.contains(upper))
+                << platform::ToNarrow(name) << " should be gone";
+        }
     }
     EXPECT_EQ(tests::readFile(File()), before);
 }
@@ -332,6 +352,80 @@ TEST_P(RealDrawings, TheCurrentLayerComesBackAfterEndCancelAndFailure) {
     host.execute(L"");
     EXPECT_EQ(CurrentLayerOf(Current()), clayer) << "failure";
     EXPECT_FALSE(clayerSaved);
+    EXPECT_THAT(messages, IsEmpty());
+}
+
+TEST_P(RealDrawings, TheExpectationIsWorkedOutFromTheEntitiesThatTheToolPrints) {
+    if (shared.empty())
+        GTEST_SKIP() << "no shared drawings";
+    const auto file = dwg::DrawingFile::open(File());
+    ASSERT_TRUE(file);
+    const auto read = dwg::readDrawing(*file);
+    ASSERT_TRUE(read);
+    std::map<dwg::Handle, PlainEntity> entities;
+    for (const PlainEntity& entity : Expectation::read(*read).entities)
+        entities[entity.handle] = entity;
+
+    const auto printed = folder.path() / "entities.txt";
+    const std::string command =
+        TESSARO_BIN_DIR "/drawing-facts --entities '" + File().string() + "' >'" + printed.string() + "'";
+    ASSERT_EQ(std::system(command.c_str()), 0);
+    std::istringstream lines(tests::readFile(printed));
+    std::size_t found = 0;
+    for (std::string line; std::getline(lines, line);) {
+        std::vector<std::string> columns;
+        std::istringstream split(line);
+        for (std::string column; std::getline(split, column, '\t');)
+            columns.push_back(column);
+        if (columns.size() != 6)
+            continue;
+        const auto entity = entities.find(std::stoull(columns[0], nullptr, 16));
+        const std::string& type = columns[1];
+        const bool isPart =
+            type == "BLOCK" || type == "ENDBLK" || type == "SEQEND" || type == "ATTRIB" || type.starts_with("VERTEX");
+        ASSERT_EQ(entity == entities.end(), isPart) << line;
+        if (isPart)
+            continue;
+        ++found;
+        EXPECT_EQ(platform::ToNarrow(entity->second.layer), columns[3]) << line;
+        EXPECT_EQ(platform::ToNarrow(entity->second.linetype), columns[5]) << line;
+        // A true colour counts by the index that is nearest to it, which the tool does not print.
+        if (columns[4][0] != '#') {
+            const std::string& colour = columns[4];
+            EXPECT_EQ(entity->second.colour, colour == "BYLAYER"   ? 256
+                                             : colour == "BYBLOCK" ? 0
+                                                                   : std::stoi(colour))
+                << line;
+        }
+    }
+    EXPECT_EQ(found, entities.size());
+}
+
+TEST_F(OlderDrawings, AreAllThatIsNotAmongTheDrawingsOfThreeLayersOrMore) {
+    const auto folderOfDrawings = tests::sharedFolder("drawings");
+    if (folderOfDrawings.empty())
+        GTEST_SKIP() << "no shared drawings";
+    std::set<std::string> told, listed(std::begin(kOlderDrawings), std::end(kOlderDrawings));
+    const QJsonObject facts =
+        QJsonDocument::fromJson(QByteArray::fromStdString(tests::readFile(folderOfDrawings / "facts.json"))).object();
+    for (auto each = facts.begin(); each != facts.end(); ++each)
+        if (each.value().toObject()["layers"].toArray().size() >= 3)
+            told.insert(each.key().toStdString());
+    for (const RealDrawing& listedDrawing : kDrawings)
+        listed.insert(listedDrawing.file);
+    EXPECT_EQ(told, listed);
+}
+
+TEST_F(OlderDrawings, ArePassedOverInSilenceByEveryKindOfScheme) {
+    const auto folderOfDrawings = tests::sharedFolder("drawings");
+    if (folderOfDrawings.empty())
+        GTEST_SKIP() << "no shared drawings";
+    for (const char* const file : kOlderDrawings)
+        for (const KindOfScheme& kind : kSchemes) {
+            Enter(L"Scheme", MakeScheme(kind.schemeType, kind.maps, kind.byLayer));
+            EXPECT_FALSE(MapAndInsertDrawing((folderOfDrawings / file).wstring(), L"OLD", L"Scheme")) << file;
+        }
+    EXPECT_TRUE(tests::blockNamed(drawing, L"OLD").isNull());
     EXPECT_THAT(messages, IsEmpty());
 }
 
