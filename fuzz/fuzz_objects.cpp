@@ -64,6 +64,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     decodeAll(drawing, {data + 1, size - 1});
     encodeAgain(drawing);
     dwg::resolveLinks(drawing);
+    dwg::checkContent(drawing);
     dwg::activeView(drawing);
     dwg::layerFacts(drawing);
     dwg::blockFacts(drawing);

@@ -2,8 +2,8 @@
 // one: a program that reads the drawing that is its only argument.
 
 #include "bench/Harness.h"
-#include "bench/drawings/Child.h"
 #include "bench/drawings/LargeDrawing.h"
+#include "tests/support/ProgramCost.h"
 
 #include <algorithm>
 #include <array>
@@ -16,9 +16,13 @@ constexpr std::size_t kRuns = 7;
 struct Costs {
     std::array<double, kRuns> seconds{}, mebibytes{};
 
-    void Take(std::size_t run, const ChildCost& cost) {
-        seconds[run] = cost.seconds;
-        mebibytes[run] = cost.mebibytes;
+    void Take(std::size_t run, const std::vector<std::string>& command) {
+        constexpr double kKibibytes = 1024;
+        const auto cost = tests::runProgram(command);
+        if (!cost || cost->status != 0)
+            throw std::runtime_error(command[0] + " can't be run or failed");
+        seconds[run] = cost->seconds;
+        mebibytes[run] = static_cast<double>(cost->kibibytes) / kKibibytes;
     }
 };
 
@@ -35,11 +39,11 @@ void Measure(bench::Table& table) {
     const std::vector<std::string> ours{TESSARO_BIN_DIR "/drawing-facts", file.string()};
     const char* const peer = std::getenv("PEER_READER");
     Costs own, other;
-    RunChild(ours);
+    own.Take(0, ours);
     for (std::size_t run = 0; run < kRuns; ++run) {
-        own.Take(run, RunChild(ours));
+        own.Take(run, ours);
         if (peer != nullptr)
-            other.Take(run, RunChild({peer, file.string()}));
+            other.Take(run, {peer, file.string()});
     }
     table.Note("a process that reads the drawing and prints its facts", MedianOf(own.seconds) * kMilliseconds, "ms");
     table.Note("memory of that process", MedianOf(own.mebibytes), "MiB");

@@ -8,6 +8,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace dwg {
@@ -101,6 +102,8 @@ public:
     /// The bytes so far, the last one filled up with zero bits.
     const std::vector<std::uint8_t>& bytes() const { return buffer; }
     Bits bits() const { return {buffer, length}; }
+    /// The same, given away: the writer is as new.
+    Bits take() { return {std::move(buffer), std::exchange(length, 0)}; }
     void alignToByte();
 
     void b(bool value);
@@ -136,10 +139,13 @@ public:
     void ms(std::uint32_t value);
     void append(std::span<const std::uint8_t> bytes);
     void append(const Bits& bits);
+    /// What another writer has written.
+    void append(const BitWriter& other) { append(other.buffer, other.length); }
 
 private:
     /// The lowest `count` (up to 8) bits of the value.
     void put(std::uint8_t value, unsigned count);
+    void append(std::span<const std::uint8_t> bytes, std::size_t count);
 
     std::vector<std::uint8_t> buffer;
     std::size_t length = 0;

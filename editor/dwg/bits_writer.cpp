@@ -1,6 +1,7 @@
 #include "editor/dwg/bits.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 
 namespace dwg {
@@ -8,12 +9,23 @@ namespace dwg {
 namespace {
 
 constexpr std::size_t longestText = 0xFFFF;
+/// Most objects take fewer bytes.
+constexpr std::size_t usualLength = 128;
+
+template <class Word> std::array<std::uint8_t, sizeof(Word)> lowestFirst(Word value) {
+    std::array<std::uint8_t, sizeof(Word)> bytes{};
+    for (std::size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<std::uint8_t>(value >> (8 * i));
+    return bytes;
+}
 
 } // namespace
 
 void BitWriter::put(std::uint8_t value, unsigned count) {
     value = static_cast<std::uint8_t>(value & ((1U << count) - 1));
     const unsigned used = length % 8;
+    if (buffer.capacity() == 0)
+        buffer.reserve(usualLength);
     if (used == 0)
         buffer.push_back(0);
     const unsigned window = static_cast<unsigned>(value) << (16 - used - count);
@@ -51,18 +63,15 @@ void BitWriter::rc(std::uint8_t value) {
 }
 
 void BitWriter::rs(std::uint16_t value) {
-    rc(static_cast<std::uint8_t>(value));
-    rc(static_cast<std::uint8_t>(value >> 8));
+    append(lowestFirst(value));
 }
 
 void BitWriter::rl(std::uint32_t value) {
-    rs(static_cast<std::uint16_t>(value));
-    rs(static_cast<std::uint16_t>(value >> 16));
+    append(lowestFirst(value));
 }
 
 void BitWriter::rll(std::uint64_t value) {
-    rl(static_cast<std::uint32_t>(value));
-    rl(static_cast<std::uint32_t>(value >> 32));
+    append(lowestFirst(value));
 }
 
 void BitWriter::bs(std::uint16_t value) {
@@ -257,21 +266,33 @@ void BitWriter::ms(std::uint32_t value) {
 }
 
 void BitWriter::append(std::span<const std::uint8_t> bytes) {
-    if (length % 8 == 0) {
+    const unsigned used = length % 8;
+    if (buffer.capacity() == 0)
+        buffer.reserve(std::max(usualLength, bytes.size()));
+    length += bytes.size() * 8;
+    if (used == 0) {
         buffer.insert(buffer.end(), bytes.begin(), bytes.end());
-        length += bytes.size() * 8;
         return;
     }
-    for (const std::uint8_t byte : bytes)
-        rc(byte);
+    // The bits that are free in the last byte come first.
+    std::size_t last = buffer.size() - 1;
+    buffer.resize(buffer.size() + bytes.size());
+    for (const std::uint8_t byte : bytes) {
+        buffer[last] |= static_cast<std::uint8_t>(byte >> used);
+        buffer[++last] = static_cast<std::uint8_t>(byte << (8 - used));
+    }
 }
 
 void BitWriter::append(const Bits& bits) {
-    const std::size_t whole = bits.count / 8;
-    append(std::span(bits.bytes).first(whole));
-    const unsigned rest = bits.count % 8;
+    append(bits.bytes, bits.count);
+}
+
+void BitWriter::append(std::span<const std::uint8_t> bytes, std::size_t count) {
+    const std::size_t whole = count / 8;
+    append(bytes.first(whole));
+    const unsigned rest = count % 8;
     if (rest != 0)
-        put(static_cast<std::uint8_t>(bits.bytes[whole] >> (8 - rest)), rest);
+        put(static_cast<std::uint8_t>(bytes[whole] >> (8 - rest)), rest);
 }
 
 } // namespace dwg

@@ -1,6 +1,7 @@
 #include "editor/dwg/match_finder.h"
 
-#include <algorithm>
+#include <bit>
+#include <cstring>
 
 namespace dwg {
 
@@ -9,13 +10,22 @@ namespace {
 constexpr unsigned hashBits = 15;
 constexpr std::size_t hashedBytes = 3;
 /// Candidates that are compared at most, and the length from which on no better one is looked for.
-constexpr unsigned mostCandidates = 32;
+constexpr unsigned mostCandidates = 5;
 constexpr std::size_t goodLength = 128;
 
 std::size_t commonLength(ByteView bytes, std::size_t earlier, std::size_t at) {
-    const auto* const from = bytes.data() + at;
-    const auto* const end = bytes.data() + bytes.size();
-    return static_cast<std::size_t>(std::mismatch(from, end, bytes.data() + earlier).first - from);
+    std::size_t length = 0;
+    // Eight at a time; the lowest bit that differs is in the first byte that does.
+    for (; at + length + sizeof(std::uint64_t) <= bytes.size(); length += sizeof(std::uint64_t)) {
+        std::uint64_t one = 0, other = 0;
+        std::memcpy(&one, bytes.data() + at + length, sizeof one);
+        std::memcpy(&other, bytes.data() + earlier + length, sizeof other);
+        if (one != other)
+            return length + static_cast<std::size_t>(std::countr_zero(one ^ other)) / 8;
+    }
+    while (at + length < bytes.size() && bytes[at + length] == bytes[earlier + length])
+        ++length;
+    return length;
 }
 
 } // namespace

@@ -217,34 +217,33 @@ struct Split {
     BitWriter head, rest;
 };
 
-/// The record of a release before 2010, or what the size of references is put ahead of from then on.
-Bits joined(const Split& parts, const ObjectWriter& s, std::uint16_t type) {
+/// The record of any release. Texts are put behind the data on the way.
+Bits joined(Split& parts, const ObjectWriter& s, std::uint16_t type) {
     constexpr std::size_t sizeBits = 32;
-    BitWriter record;
-    writeType(record, type, s.release);
+    BitWriter head, record;
+    writeType(head, type, s.release);
     if (s.release < Release::r2000) {
-        record.append(parts.head.bits());
+        record.append(head);
+        record.append(parts.head);
         record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + parts.rest.position()));
-        record.append(parts.rest.bits());
-        record.append(s.handles.bits());
-        return record.bits();
+        record.append(parts.rest);
+        record.append(s.handles);
+        return record.take();
     }
-    BitWriter data;
-    data.append(parts.head.bits());
-    data.append(parts.rest.bits());
     if (s.release >= Release::r2007)
-        appendTextStream(data, s.texts.bits());
+        appendTextStream(parts.rest, s.texts.bits());
+    const std::size_t dataBits = parts.head.position() + parts.rest.position();
+    if (s.release >= Release::r2010) {
+        const std::size_t handlesAt = head.position() + dataBits;
+        record.umc(static_cast<std::uint32_t>((handlesAt + s.handles.position() + 7) / 8 * 8 - handlesAt));
+    }
+    record.append(head);
     if (s.release < Release::r2010)
-        record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + data.position()));
-    record.append(data.bits());
-    const std::size_t handlesAt = record.position();
-    record.append(s.handles.bits());
-    if (s.release < Release::r2010)
-        return record.bits();
-    BitWriter whole;
-    whole.umc(static_cast<std::uint32_t>((record.position() + 7) / 8 * 8 - handlesAt));
-    whole.append(record.bits());
-    return whole.bits();
+        record.rl(static_cast<std::uint32_t>(record.position() + sizeBits + dataBits));
+    record.append(parts.head);
+    record.append(parts.rest);
+    record.append(s.handles);
+    return record.take();
 }
 
 } // namespace

@@ -57,7 +57,8 @@ private:
 
     bool decode(const ObjectPlaceInFile& place, ByteView record) {
         const std::size_t before = limits.left(drawing.findings);
-        const std::size_t own = bytesOfObject + record.size();
+        // The record is kept, and raw bytes of the body may be as many again.
+        const std::size_t own = bytesOfObject + 2 * record.size();
         overLimit = before < own;
         if (overLimit)
             return false;

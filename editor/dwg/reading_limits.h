@@ -27,7 +27,7 @@ public:
     std::size_t left(const Findings& findings) const {
         constexpr std::uint64_t mebibyte = 1u << 20;
         const std::uint64_t whole =
-            findings.empty() ? 256 * mebibyte + 64 * file : 60 * mebibyte + 15 * file; // the rest is the process's own
+            findings.empty() ? 256 * mebibyte + 64 * file : 56 * mebibyte + 14 * file; // the rest is the process's own
         return used < whole ? static_cast<std::size_t>(whole - used) : 0;
     }
 

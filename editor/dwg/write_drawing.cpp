@@ -41,17 +41,20 @@ Result<std::vector<ObjectPlace>> writeObjects(const Drawing& drawing, Bytes& fil
     for (const auto& object : drawing.objects()) {
         if (object->handle > std::numeric_limits<std::uint32_t>::max())
             return Error{ErrorKind::invalid, "handle above 32 bits"};
-        auto record = objectRecord(*object, context);
+        const auto record = objectRecord(*object, context);
         if (!record)
             return record.error();
         if (file.size() + record->size() > largestFile)
             return Error{ErrorKind::tooLarge, "drawing above 2 GiB"};
         places.emplace_back(object->handle, sizeOf(file));
-        BitWriter out;
-        out.ms(static_cast<std::uint32_t>(record->size() - uncounted(drawing.release, *record)));
-        out.append(*record);
-        out.rs(crc16(out.bytes()));
-        appendBytes(file, out.bytes());
+        BitWriter length;
+        length.ms(static_cast<std::uint32_t>(record->size() - uncounted(drawing.release, *record)));
+        const std::size_t start = file.size();
+        appendBytes(file, length.bytes());
+        appendBytes(file, *record);
+        BitWriter check;
+        check.rs(crc16(ByteView(file).subspan(start)));
+        appendBytes(file, check.bytes());
     }
     return places;
 }

