@@ -62,6 +62,9 @@ dwg::Result<void> replaceFile(const std::filesystem::path& file, dwg::ByteView b
     constexpr mode_t usualMode = S_IRUSR | S_IWUSR | S_IRGRP | S_IROTH;
     struct stat status {};
     const bool exists = ::stat(file.c_str(), &status) == 0;
+    // A file that can't be looked at is not taken for a missing one: it would go without its back-up.
+    if (!exists && errno != ENOENT)
+        return systemError("the file can't be looked at");
     if (exists && ((status.st_mode & writeBits) == 0 || !S_ISREG(status.st_mode)))
         return dwg::Error{dwg::ErrorKind::io, "the file is read-only"};
 

@@ -112,9 +112,10 @@ public:
         // Another thread may have read the same file meanwhile, and pictures may have been added since.
         if (directory.imagesLoaded && !hadPictures)
             return;
-        directory.imagesLoaded = true;
-        if (large == nullptr && small == nullptr)
+        if (large == nullptr && small == nullptr) {
+            directory.imagesLoaded = true;
             return;
+        }
         BrowserWindow* const window = theBlockDlg;
         const bool current = window != nullptr && currentDirectory == &directory;
         if (current)
@@ -122,6 +123,7 @@ public:
         else
             ReleaseImages(directory);
         directory.SetImageLists(std::move(large), std::move(small));
+        directory.imagesLoaded = true;
         if (current)
             AttachImages(*window, &directory);
     }

@@ -57,10 +57,11 @@ void Directory::ResetImageLists(bool destroyOld) {
 }
 
 void Directory::SetImageLists(std::unique_ptr<ImageList> large, std::unique_ptr<ImageList> small) {
-    if (large != nullptr)
-        largeImages = Shared(std::move(large), LargePlaceholderList());
-    if (small != nullptr)
-        smallImages = Shared(std::move(small), SmallPlaceholderList());
+    // Both or neither: slots count in both.
+    auto newLarge = large != nullptr ? Shared(std::move(large), LargePlaceholderList()) : largeImages;
+    auto newSmall = small != nullptr ? Shared(std::move(small), SmallPlaceholderList()) : smallImages;
+    largeImages = std::move(newLarge);
+    smallImages = std::move(newSmall);
 }
 
 ImageList& Directory::LargeForWrite() {

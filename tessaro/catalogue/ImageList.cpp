@@ -74,6 +74,16 @@ int ImageList::Add(const Picture& picture) {
     return count++;
 }
 
+void ImageList::RemoveLast() {
+    if (count == 0)
+        return;
+    --count;
+    if (count % kSlotsInRow == 0)
+        rows.pop_back();
+    else
+        std::fill_n(Pixels(count), SlotBytes(), std::uint8_t{0});
+}
+
 bool ImageList::Replace(int slot, const Picture& picture) {
     if (slot < 0 || slot >= count)
         return false;

@@ -52,6 +52,8 @@ public:
     /// Gives the new slot, or -1 where the list is full: its stream counts with 16 bits. A picture of another size is
     /// cut or padded with black.
     int Add(const Picture& picture);
+    /// Takes the last slot back; the room that was made for it stays.
+    void RemoveLast();
     /// False for a slot that is not there.
     bool Replace(int slot, const Picture& picture);
     /// The slot drawn back; an empty picture for a slot that is not there.

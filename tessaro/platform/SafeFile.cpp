@@ -125,6 +125,9 @@ FileException::Cause SafeFile::TryOpen(std::wstring_view path, unsigned mode) {
 FileException::Cause SafeFile::OpenBeside(unsigned mode) {
     struct stat status;
     const bool exists = stat(target.c_str(), &status) == 0;
+    // What can't be looked at is not taken for missing, as it may be read-only.
+    if (!exists && errno != ENOENT)
+        return CauseOf(errno);
     if (exists) {
         if (const auto cause = Refusal(status, true); cause != FileException::none)
             return cause;

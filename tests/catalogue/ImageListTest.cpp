@@ -191,6 +191,22 @@ TEST(ImageList, SlotsAreAddedReplacedAndDrawn) {
     EXPECT_EQ(list.Draw(-1), Picture());
 }
 
+TEST(ImageList, ASlotThatIsTakenBackIsGivenAgain) {
+    for (int count = 1; count <= 9; ++count) {
+        ImageList list = SampleList({66, 49, count}), other = SampleList({66, 49, count});
+        EXPECT_EQ(list.Add(PlaceholderPicture(66, 49)), count);
+        list.RemoveLast();
+        EXPECT_EQ(list.Count(), count);
+        EXPECT_EQ(list.Draw(count).pixels.size(), 0u);
+        EXPECT_EQ(list.Add(Sample(66, 49, 7)), count);
+        other.Add(Sample(66, 49, 7));
+        EXPECT_EQ(Written(list), Written(other)) << count;
+    }
+    ImageList empty(66, 49, 1, 25);
+    empty.RemoveLast();
+    EXPECT_EQ(empty.Count(), 0);
+}
+
 TEST(ImageList, APictureOfAnotherSizeIsCutOrPaddedWithBlack) {
     ImageList list(3, 2, 1, 25);
     Picture large(5, 5), small(1, 1);

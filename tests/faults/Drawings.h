@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <ostream>
 #include <string>
 
 namespace faults {
@@ -14,6 +15,9 @@ struct Release {
     AcDb::AcDbDwgVersion version;
     int fileType;
 };
+inline void PrintTo(const Release& release, std::ostream* out) {
+    *out << release.name;
+}
 inline constexpr std::array kReleases{
     Release{"2000", AcDb::kDHL_1015, 16}, Release{"2004", AcDb::kDHL_1800, 17}, Release{"2007", AcDb::kDHL_1021, 18},
     Release{"2010", AcDb::kDHL_1024, 19}, Release{"2013", AcDb::kDHL_1027, 20}, Release{"2018", AcDb::kDHL_1032, 0},

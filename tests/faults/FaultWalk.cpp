@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -33,7 +34,8 @@ constexpr std::array kFaults{
     Fault{"no memory from then on", {FaultOrder::allocation, 0, ENOMEM, false, true}},
 };
 
-constexpr long kSample = 2;        ///< calls of each operation that fail in each way, where not all do
+/// Calls of each operation that a short walk has fail: the most of those failures that find the most, which come alone.
+constexpr long kSampleOfFiles = 32, kSampleOfMemory = 8, kSampleOfOthers = 2;
 constexpr int kMostFailures = 5;   ///< after so many of one walk the rest would tell nothing new
 constexpr unsigned kPatience = 60; ///< seconds that one run may take
 
@@ -101,6 +103,12 @@ bool Meet(const MakeOperation& make, const Fault& fault, long number, long& faul
     return outcome.fired() && result.total_part_count() < kMostFailures;
 }
 
+long SampleOf(const Fault& fault) {
+    if (&fault == &kFaults.front())
+        return kSampleOfFiles;
+    return fault.order.error == ENOMEM && !fault.order.stays ? kSampleOfMemory : kSampleOfOthers;
+}
+
 bool TakesAll() {
     const char* const wanted = std::getenv("TESSARO_FAULTS");
     return wanted != nullptr && std::string_view(wanted) == "all";
@@ -125,7 +133,7 @@ void WalkFaults(const MakeOperation& make) {
             for (long number = 1; Meet(make, fault, number, faults); ++number) {
             }
         } else {
-            const long points = whole.count.seen, taken = std::min(points, kSample);
+            const long points = whole.count.seen, taken = std::min(points, SampleOf(fault));
             for (long point = 0; point < taken; ++point)
                 Meet(make, fault, 1 + (2 * point + 1) * points / (2 * taken), faults);
         }

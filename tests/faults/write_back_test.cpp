@@ -7,6 +7,7 @@
 #include "tessaro/reading/WriteDescription.h"
 
 #include <gtest/gtest.h>
+#include <ostream>
 
 namespace {
 
@@ -25,6 +26,10 @@ struct Subject {
     const Release* release;
     int fileType;
 };
+
+void PrintTo(const Subject& subject, std::ostream* out) {
+    *out << subject.name;
+}
 
 class Writing : public CatalogueOperation {
 public:

@@ -87,11 +87,17 @@ Thumbnails DrawThumbnails(bool withLarge, std::int32_t fileType, PreviewBytes& p
 
 namespace {
 
-/// The new slot in both lists; the placeholder's where one of them is full.
+/// The new slot in both lists; the placeholder's where one of them is full. The lists stay in step, whatever happens.
 int AddPictures(Directory& directory, const Thumbnails& pictures) {
     if (pictures.large && directory.LargeForWrite().Add(*pictures.large) < 0)
         return 0;
-    return std::max(directory.SmallForWrite().Add(pictures.small), 0);
+    try {
+        return std::max(directory.SmallForWrite().Add(pictures.small), 0);
+    } catch (...) {
+        if (pictures.large)
+            directory.LargeForWrite().RemoveLast();
+        throw;
+    }
 }
 
 } // namespace
