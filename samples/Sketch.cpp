@@ -32,6 +32,19 @@ void check(int status, const char* what) {
         throw std::runtime_error(std::string(what) + ": status " + std::to_string(status));
 }
 
+/// From 2013 on the picture is stored as a PNG, which programs show as it is, while of a bitmap they exchange white and
+/// black for their own two colours. The drawing area is dark, and so is such a picture.
+void exchangeBlackAndWhite(std::string& bitmap) {
+    constexpr std::size_t head = 40, colours = 256;
+    for (std::size_t at = head; at + 3 < head + colours * 4 && at + 3 < bitmap.size(); at += 4) {
+        const std::string colour = bitmap.substr(at, 3);
+        if (colour == "\xFF\xFF\xFF")
+            bitmap.replace(at, 3, 3, '\0');
+        else if (colour == std::string(3, '\0'))
+            bitmap.replace(at, 3, 3, '\xFF');
+    }
+}
+
 /// Width and height in pixels, from the header of a bitmap.
 std::pair<int, int> sizeOf(const std::string& bitmap) {
     const auto number = [&](std::size_t at) {
@@ -51,7 +64,7 @@ struct Sketch::State {
 
     void add(std::unique_ptr<AcDbEntity> entity);
     void loadLinetype(const std::wstring& name);
-    void showWhole();
+    void showWhole(AcDb::AcDbDwgVersion release);
 };
 
 void Sketch::State::add(std::unique_ptr<AcDbEntity> entity) {
@@ -93,10 +106,10 @@ void Sketch::State::loadLinetype(const std::wstring& name) {
 }
 
 /// Makes the stored view the one that the embedded picture shows, so that positions in the picture can be told from it.
-void Sketch::State::showWhole() {
+void Sketch::State::showWhole(AcDb::AcDbDwgVersion release) {
     const editor::Wireframe wireframe = editor::wireframeOfModelSpace(database);
     const editor::Extents extents = wireframe.extents();
-    const std::string picture = editor::pictureOf(wireframe);
+    std::string picture = editor::pictureOf(wireframe);
     if (extents.empty || picture.size() < 40)
         return;
     const auto [columns, rows] = sizeOf(picture);
@@ -114,6 +127,8 @@ void Sketch::State::showWhole() {
         viewport->height = rows * unit;
         object->changed();
     }
+    if (release >= AcDb::kDHL_1027)
+        exchangeBlackAndWhite(picture);
     database.setThumbnailBitmap(picture);
 }
 
@@ -241,7 +256,7 @@ void Sketch::base(double x, double y) {
 }
 
 bool Sketch::save(const std::wstring& file, AcDb::AcDbDwgVersion release) {
-    state->showWhole();
+    state->showWhole(release);
     return state->database.saveAs(file.c_str(), false, release) == eOk;
 }
 

@@ -197,8 +197,9 @@ void wardrobe(Sketch& s, double width) {
     s.rectangle(0, 0, width, 600);
     detail(s);
     s.line(30, 300, width - 30, 300);
-    for (double x = 150; x < width - 100; x += 150)
-        s.line(x - 40, 80, x + 40, 520);
+    const int hangers = static_cast<int>((width - 250) / 150) + 1;
+    for (int hanger = 1; hanger <= hangers; ++hanger)
+        s.line(150.0 * hanger - 40, 80, 150.0 * hanger + 40, 520);
     hidden(s);
     s.arc(0, 0, 600, 270, 360);
     s.arc(width, 0, 600, 180, 270);

@@ -107,9 +107,10 @@ void flowerBed(Sketch& s, double length, double width) {
     outline(s);
     s.cushion(-length / 2, -width / 2, length, width, width / 2);
     detail(s);
-    for (double x = -length / 2 + width / 2; x <= length / 2 - width / 2 + 1; x += 400)
+    const int columns = static_cast<int>((length - width) / 400) + 1;
+    for (int column = 0; column < columns; ++column)
         for (const double y : {-width / 4, width / 4})
-            blossoms(s, x, y);
+            blossoms(s, 400 * (column - (columns - 1) / 2.0), y);
     trunk(s, 25);
 }
 
@@ -118,9 +119,10 @@ void planter(Sketch& s, double length, double width) {
     s.rectangle(-length / 2, -width / 2, length, width);
     s.rectangle(-length / 2 + 30, -width / 2 + 30, length - 60, width - 60);
     outline(s);
-    for (double x = -length / 2 + width / 2; x <= length / 2 - width / 2 + 1; x += width * 0.7)
+    const int count = static_cast<int>(length / width);
+    for (int i = 0; i < count; ++i)
         for (int leaf = 0; leaf < 4; ++leaf)
-            s.ellipse(x, 0, width * 0.42, 0.25, 45.0 * leaf);
+            s.ellipse(length * ((i + 0.5) / count - 0.5), 0, width * 0.42, 0.25, 45.0 * leaf);
     trunk(s, 20);
 }
 

@@ -120,8 +120,9 @@ void sink(Sketch& s, double width, int bowls) {
         x += 400;
     }
     tap(s, x - 225, -60);
-    for (double line = x + 30; line < width / 2 - 40; line += 50)
-        s.line(line, -520, line, -140);
+    const int grooves = static_cast<int>((width / 2 - 40 - x - 30) / 50);
+    for (int groove = 0; groove < grooves; ++groove)
+        s.line(x + 30 + 50.0 * groove, -520, x + 30 + 50.0 * groove, -140);
     s.base(0, 0);
 }
 

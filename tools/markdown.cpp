@@ -41,7 +41,7 @@ std::string escaped(std::string_view text) {
 /// The signs of a heading, 0 for any other line.
 std::size_t headingLevel(std::string_view line) {
     const std::size_t signs = line.find_first_not_of('#');
-    return signs != std::string_view::npos && signs <= 6 && line[signs] == ' ' ? signs : 0;
+    return signs <= 6 && line[signs] == ' ' ? signs : 0;
 }
 
 /// The length of "- " or "12. " at the start of a line, 0 for any other.

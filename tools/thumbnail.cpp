@@ -44,8 +44,10 @@ std::optional<Picture> embeddedPicture(const std::filesystem::path& drawing) {
         for (const dwg::Picture& picture : *pictures) {
             if (picture.code != code)
                 continue;
-            auto bitmap = code == dwg::image_code::png ? DecodePng(picture.bytes) : picture.bytes;
-            if (auto found = bitmap ? pixelsOf(std::move(*bitmap)) : std::nullopt)
+            const auto bitmap = code == dwg::image_code::png ? DecodePng(picture.bytes) : picture.bytes;
+            if (!bitmap)
+                continue;
+            if (auto found = pixelsOf(*bitmap))
                 return found;
         }
     }

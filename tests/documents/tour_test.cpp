@@ -8,7 +8,6 @@
 
 namespace {
 
-namespace fs = std::filesystem;
 using testing::HasSubstr;
 using testing::Not;
 using testing::StartsWith;
@@ -61,8 +60,9 @@ TEST_F(Tour, IsCarriedOutAndLeavesDrawingsASheetAndPictures) {
     EXPECT_THAT(transcript, HasSubstr("\"Round-Table-4\"  Attach  Loaded"));
     EXPECT_THAT(transcript, HasSubstr("BLOCK REFERENCE  Layer: \"A-DOOR\""));
     EXPECT_THAT(tests::readFile(place.path() / "furniture.pdf"), StartsWith("%PDF"));
-    for (const char* const picture : {"furniture-report", "furniture-large", "large-picture", "directory-properties",
-                                      "help", "preferences", "scheme-type", "new-map", "schemes", "editor"})
+    for (const char* const picture :
+         {"furniture-report", "furniture-large", "large-picture", "properties", "description", "help", "preferences",
+          "scheme-type", "new-map", "schemes", "editor"})
         EXPECT_THAT(tests::readFile(place.path() / (std::string(picture) + ".png")), HasSubstr("PNG")) << picture;
 
     const auto placed = run("drawing-facts Placed.dwg");

@@ -65,6 +65,15 @@ TEST_F(Thumbnail, TheEmbeddedPictureIsTakenAsItIsInEveryRelease) {
     }
 }
 
+TEST_F(Thumbnail, OfASampleIsDarkWhereItIsStoredAsAPngAndWhiteWhereItIsABitmap) {
+    for (const auto& [release, dark] :
+         {std::pair(AcDb::kDHL_1015, false), {AcDb::kDHL_1024, false}, {AcDb::kDHL_1027, true}}) {
+        const auto picture = tools::thumbnailOf(plan(release), 256);
+        ASSERT_TRUE(picture);
+        EXPECT_EQ(darkPixels(*picture) > picture->pixels.size() / 3 / 2, dark) << release;
+    }
+}
+
 TEST_F(Thumbnail, IsAsLargeAsWasAskedAtTheMostAndKeepsItsProportions) {
     const auto file = plan();
     const auto small = tools::thumbnailOf(file, 64);
