@@ -212,7 +212,8 @@ void linkEntities(Drawing& drawing);
 
 /// Replaces every reference that the object holds (owner, reactors, layer, those of its body and applications of
 /// extended data; not its own handle, no handles among the values of extended data and of records) by what `map` gives
-/// for it; 0 makes it null. Lists of entities and parts likewise, without the null ones. Marks the object as changed.
+/// for it; 0 makes it null. Lists of entities and parts likewise, without the null ones, and so the boundaries of a
+/// hatch, which is associative only while it has all of them. Marks the object as changed.
 void mapReferences(Object& object, const std::function<Handle(Handle)>& map);
 
 } // namespace dwg

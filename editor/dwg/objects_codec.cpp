@@ -287,6 +287,18 @@ Result<std::vector<std::uint8_t>> objectRecord(const Object& object, const Objec
     return std::move(encoded->bytes);
 }
 
+namespace {
+
+/// A hatch that has lost one doesn't follow the others either.
+void forgetLostBoundaries(Hatch& hatch) {
+    for (Hatch::Path& path : hatch.paths) {
+        if (std::erase_if(path.boundaries, [](const HandleRef& boundary) { return boundary.isNull(); }) != 0)
+            hatch.associative = false;
+    }
+}
+
+} // namespace
+
 void mapReferences(Object& object, const std::function<Handle(Handle)>& map) {
     const std::function<void(HandleRef&)> visit = [&map](HandleRef& reference) {
         if (!reference.isNull())
@@ -321,6 +333,8 @@ void mapReferences(Object& object, const std::function<Handle(Handle)>& map) {
         mapMembers(block->entities);
     if (OwnedChain* const chain = ownedChain(object))
         mapMembers(chain->parts);
+    if (auto* const hatch = object.as<Hatch>())
+        forgetLostBoundaries(*hatch);
     object.changed();
 }
 

@@ -484,6 +484,10 @@ TEST(EntityBodies, ReferencesOfHatchesAndLeadersAreVisited) {
     mapReferences(hatch, [](Handle handle) { return handle == 0 ? 0 : handle + 0x100; });
     EXPECT_EQ(hatch.as<Hatch>()->paths[0].boundaries[1].value, 0x161u);
     EXPECT_EQ(hatch.as<Hatch>()->paths[1].boundaries[0].value, 0x162u);
+    EXPECT_TRUE(hatch.as<Hatch>()->associative);
+    mapReferences(hatch, [](Handle handle) { return handle == 0x161 ? 0 : handle; });
+    EXPECT_EQ(hatch.as<Hatch>()->paths[0].boundaries.size(), 1u);
+    EXPECT_FALSE(hatch.as<Hatch>()->associative) << "it follows all of its boundaries or none";
     Object leader = entityOf(object_type::leader, someLeader());
     mapReferences(leader, [](Handle handle) { return handle == 0 ? 0 : handle + 0x100; });
     EXPECT_EQ(leader.as<Leader>()->annotationObject.value, 0x170u);
