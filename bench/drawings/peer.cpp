@@ -16,13 +16,14 @@ constexpr std::size_t kRuns = 7;
 struct Costs {
     std::array<double, kRuns> seconds{}, mebibytes{};
 
-    void Take(std::size_t run, const std::vector<std::string>& command) {
+    bool Take(std::size_t run, const std::vector<std::string>& command) {
         constexpr double kKibibytes = 1024;
         const auto cost = tests::runProgram(command);
         if (!cost || cost->status != 0)
-            throw std::runtime_error(command[0] + " can't be run or failed");
+            return false;
         seconds[run] = cost->seconds;
         mebibytes[run] = static_cast<double>(cost->kibibytes) / kKibibytes;
+        return true;
     }
 };
 
@@ -39,11 +40,14 @@ void Measure(bench::Table& table) {
     const std::vector<std::string> ours{TESSARO_BIN_DIR "/drawing-facts", file.string()};
     const char* const peer = std::getenv("PEER_READER");
     Costs own, other;
-    own.Take(0, ours);
+    bool isOwnRead = own.Take(0, ours), isPeerRead = true;
     for (std::size_t run = 0; run < kRuns; ++run) {
-        own.Take(run, ours);
-        if (peer != nullptr)
-            other.Take(run, {peer, file.string()});
+        isOwnRead = own.Take(run, ours) && isOwnRead;
+        isPeerRead = (peer == nullptr || other.Take(run, {peer, file.string()})) && isPeerRead;
+    }
+    if (!isOwnRead || !isPeerRead) {
+        table.Value(std::string(isOwnRead ? peer : ours[0]) + " failed", 1, "", 0);
+        return;
     }
     table.Note("a process that reads the drawing and prints its facts", MedianOf(own.seconds) * kMilliseconds, "ms");
     table.Note("memory of that process", MedianOf(own.mebibytes), "MiB");

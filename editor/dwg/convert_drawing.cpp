@@ -25,6 +25,7 @@ public:
     }
 
     ConvertedDrawing run(const HeaderVariables& header) {
+        converted.reserve(source.objects().size());
         for (const auto& object : source.objects()) {
             if (convert(*object))
                 continue;
