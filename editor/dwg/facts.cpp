@@ -1,6 +1,7 @@
 #include "editor/dwg/facts.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 namespace dwg {
 
@@ -76,22 +77,22 @@ std::vector<std::wstring> linetypeNames(const Drawing& drawing) {
 
 std::vector<BlockFacts> blockFacts(const Drawing& drawing) {
     std::vector<BlockFacts> blocks;
+    std::unordered_map<std::wstring, std::size_t> places;
     for (const auto& object : drawing.objects()) {
         const auto* const header = object->as<BlockHeader>();
         if (header == nullptr)
             continue;
-        auto block = std::ranges::find(blocks, header->head.name, &BlockFacts::name);
-        if (block == blocks.end()) {
+        const auto [place, isNew] = places.emplace(header->head.name, blocks.size());
+        if (isNew)
             blocks.push_back({header->head.name, 0, {}, {}});
-            block = blocks.end() - 1;
-        }
+        BlockFacts& block = blocks[place->second];
         for (const Handle handle : header->entities) {
             const Object* const entity = drawing.find(handle);
             if (entity == nullptr || !entity->isEntity())
                 continue;
-            ++block->entities;
-            ++block->types[typeName(drawing, *entity)];
-            ++block->layers[recordName(drawing, entity->entity->layer)];
+            ++block.entities;
+            ++block.types[typeName(drawing, *entity)];
+            ++block.layers[recordName(drawing, entity->entity->layer)];
         }
     }
     return blocks;

@@ -2,6 +2,7 @@
 
 #include "editor/dwg/bits.h"
 #include "editor/dwg/crc.h"
+#include "editor/dwg/reading_limits.h"
 #include "editor/dwg/section_names.h"
 
 #include <algorithm>
@@ -37,7 +38,7 @@ bool readPage(ByteView page, std::vector<ObjectPlaceInFile>& places) {
 std::vector<ObjectPlaceInFile> readObjectMap(ByteView section, Findings& findings, std::size_t most) {
     std::vector<ObjectPlaceInFile> places;
     const auto damage = [&findings](const char* reason, std::size_t at) {
-        findings.push_back({std::string(section::handles), reason, at});
+        addFinding(findings, {std::string(section::handles), reason, at});
     };
     std::size_t at = 0;
     for (;;) {

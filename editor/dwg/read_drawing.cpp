@@ -7,6 +7,8 @@
 #include "editor/dwg/objects_codec.h"
 #include "editor/dwg/reading_limits.h"
 
+#include <algorithm>
+
 namespace dwg {
 
 namespace {
@@ -97,7 +99,11 @@ Result<std::vector<ObjectPlaceInFile>> readPlaces(const DrawingFile& file, const
     const Result<Bytes> map = file.section(section::handles, &findings);
     if (!map)
         return map.error();
-    return readObjectMap(*map, findings, limits.places());
+    std::vector<ObjectPlaceInFile> places = readObjectMap(*map, findings, limits.places());
+    // Pages may come in any order; a drawing takes objects in theirs without work.
+    if (!std::ranges::is_sorted(places, {}, &ObjectPlaceInFile::handle))
+        std::ranges::stable_sort(places, {}, &ObjectPlaceInFile::handle);
+    return places;
 }
 
 } // namespace

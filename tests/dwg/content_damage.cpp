@@ -160,6 +160,45 @@ TEST(ContentDamage, TwoHandlesThatLeadToOneRecordAreOneObject) {
     EXPECT_EQ(placesOf(read->findings, "bears another handle").size(), 1u);
 }
 
+TEST(ContentDamage, PagesOfTheObjectMapInAnyOrderLeadToTheSameDrawing) {
+    Drawing drawing = makeDefaultDrawing();
+    drawing.release = Release::r2004;
+    HeaderVariables header = makeDefaultHeader({2460000, 0});
+    header.HANDSEED = drawing.handleSeed();
+    const auto written = writeDrawing(drawing, header, {}, 0);
+    ASSERT_TRUE(written.ok());
+    const auto file = DrawingFile::open(memorySource(*written));
+    const auto map = file->section(section::handles), objects = file->section(section::objects);
+    ASSERT_TRUE(map.ok() && objects.ok());
+    Findings findings;
+    std::vector<ObjectPlace> lower, upper;
+    for (const ObjectPlaceInFile& place : readObjectMap(*map, findings))
+        (place.handle < 0x10 ? lower : upper).emplace_back(place.handle, static_cast<std::uint32_t>(place.offset));
+    constexpr std::size_t emptyPage = 4;
+    Bytes falling = writeObjectMap(upper);
+    falling.resize(falling.size() - emptyPage);
+    tests::append(falling, writeObjectMap(lower));
+    const Bytes forged =
+        tests::buildPagedFile(Release::r2004, {{"AcDb:Handles", falling}, {"AcDb:AcDbObjects", *objects}});
+    const auto read = readDrawing(*DrawingFile::open(memorySource(forged)));
+    ASSERT_TRUE(read.ok());
+    const auto expected = readDrawing(*file);
+    ASSERT_EQ(read->objects().size(), expected->objects().size());
+    for (std::size_t i = 0; i < read->objects().size(); ++i) {
+        EXPECT_EQ(read->objects()[i]->handle, expected->objects()[i]->handle);
+        EXPECT_EQ(read->objects()[i]->record, expected->objects()[i]->record);
+    }
+}
+
+TEST(ContentDamage, VeryManyDamagedPagesOfAnObjectMapAreNotAllListed) {
+    Bytes map;
+    for (int i = 0; i < 5000; ++i)
+        tests::append(map, Bytes{0, 4, 1, 1, 0xFF, 0xFF}); // a page whose check is wrong
+    Findings findings;
+    readObjectMap(map, findings);
+    EXPECT_LT(findings.size(), 1100u);
+}
+
 TEST(ContentDamage, PagesOfASectionThatOverlapAreAnErrorOfThatSectionAlone) {
     Bytes objects(0x7400 + 999);
     for (std::size_t i = 0; i < objects.size(); ++i)
