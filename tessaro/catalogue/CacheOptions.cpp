@@ -3,6 +3,7 @@
 #include "tessaro/catalogue/DirCache.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/Memory.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/Text.h"
 
@@ -13,10 +14,12 @@ CacheOptions GetCacheOptions() {
 void SetCacheOptions(const CacheOptions& options) {
     demandLoadCache = options.demandLoad ? 1 : 0;
     onlyCacheCurrent = options.onlyCurrent ? 1 : 0;
-    if (options.onlyCurrent)
+    if (options.onlyCurrent) {
         for (Directory* directory : directories)
             if (directory != currentDirectory && directory->imagesLoaded)
                 SaveAndFreeImages(*directory);
+        platform::ReturnFreedMemory();
+    }
     delCacheMemoryOnClose = options.delOnClose ? 1 : 0;
 }
 

@@ -4,6 +4,7 @@
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
+#include "tessaro/platform/Memory.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/reading/BlockRows.h"
 #include "tessaro/reading/DirectoryScan.h"
@@ -169,6 +170,7 @@ private:
         if (BeginSave()) {
             SaveDirCache(directory);
             platform::CallOnMainThread([this] { EndSave(); });
+            platform::ReturnFreedMemory();
         }
         platform::CallOnMainThread([this] {
             directory.loaded = true;

@@ -4,6 +4,7 @@
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/MainThread.h"
+#include "tessaro/platform/Memory.h"
 #include "tessaro/reading/DirectoryUsers.h"
 #include "tessaro/reading/Loader.h"
 #include "tessaro/reading/LoaderThreads.h"
@@ -62,6 +63,8 @@ void FreeAllImages() {
         const ReadingScope reading;
         SaveAndFreeImages(*directory);
     }
+    if (!all.empty())
+        platform::ReturnFreedMemory();
 }
 
 } // namespace

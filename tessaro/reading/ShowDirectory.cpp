@@ -3,6 +3,7 @@
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/BrowserWindow.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/platform/Memory.h"
 #include "tessaro/reading/DirectoryUsers.h"
 #include "tessaro/reading/Loader.h"
 
@@ -48,8 +49,10 @@ void ShowDirectory(Directory* directory) {
     Directory* const old = currentDirectory.exchange(directory);
     if (BrowserWindow* const window = theBlockDlg)
         window->FillBlockControls(true);
-    if (onlyCacheCurrent != 0 && old != nullptr)
+    if (onlyCacheCurrent != 0 && old != nullptr) {
         SaveAndFreeImages(*old);
+        platform::ReturnFreedMemory();
+    }
     QueueFirst(directory);
 }
 
