@@ -1,5 +1,5 @@
 // "Print" through the real dialogs, into files.
-#include "tests/browser/BrowserFixture.h"
+#include "tests/browser/PrintFixture.h"
 
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
@@ -18,51 +18,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class Print : public Browser {
-protected:
-    ~Print() override {
-        printScale = 4;
-        printType = 0;
-    }
-
-    /// Answers the modal windows one after the other as they come up, until `handler` gives true.
-    static void Answer(const std::function<bool(QWidget& window)>& handler) {
-        auto* const timer = new QTimer(qApp);
-        QObject::connect(timer, &QTimer::timeout, timer, [timer, handler] {
-            QWidget* const window = QApplication::activeModalWidget();
-            if (window == nullptr || !handler(*window))
-                return;
-            timer->deleteLater();
-        });
-        timer->start(5);
-    }
-    /// Prints into the file from the open dialog, and gives what the message at the end says.
-    QString PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots) {
-        QString said;
-        Answer([&](QWidget& window) {
-            if (auto* const dialog = qobject_cast<QPrintDialog*>(&window)) {
-                dialog->findChild<QLineEdit*>(QStringLiteral("filename"))
-                    ->setText(QString::fromStdString(file.string()));
-                auto* const resolution = dialog->findChild<QComboBox*>(QStringLiteral("pdfResolution"));
-                resolution->setCurrentIndex(resolution->findData(dots));
-                dialog->accept();
-                return false;
-            }
-            auto* const box = qobject_cast<QMessageBox*>(&window);
-            if (box == nullptr)
-                return false;
-            said = box->text();
-            box->accept();
-            return true;
-        });
-        dlg.Controls().print->click();
-        return said;
-    }
-    bool Show(BlockDlg& dlg) {
-        dlg.SelectDirectoryRow(0);
-        return WaitFor([] { return currentDirectory != nullptr && currentDirectory.load()->loaded; }) && WaitIdle();
-    }
-};
+using Print = PrintBrowser;
 
 TEST_F(Print, BothLayoutsBecomeFilesAtBothResolutions) {
     AddFolder(L"Parts", {"alpha", "beta", "gamma"});

@@ -31,6 +31,10 @@ std::string pdfText(const std::filesystem::path& file) {
     return outputOf("pdftotext -layout '" + file.string() + "' -");
 }
 
+std::string pdfWrittenText(const std::filesystem::path& file) {
+    return outputOf("pdftotext -raw '" + file.string() + "' -");
+}
+
 QImage pdfPage(const std::filesystem::path& file, int page, int resolution) {
     const TemporaryFolder folder;
     const std::string number = std::to_string(page), place = (folder.path() / "page").string();

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "tests/browser/BrowserFixture.h"
+
+#include <QString>
+
+class QWidget;
+
+/// "Print" through the real dialogs, into files.
+class PrintBrowser : public Browser {
+protected:
+    ~PrintBrowser() override;
+
+    /// Answers the modal windows one after the other as they come up, until `handler` gives true.
+    static void Answer(const std::function<bool(QWidget& window)>& handler);
+    /// Prints into the file from the open dialog, and gives what the message at the end says.
+    static QString PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots);
+    /// Selects the first directory and waits until it is read.
+    static bool Show(BlockDlg& dlg);
+};
