@@ -1,5 +1,6 @@
 // The first pass over real drawings, and its parts by themselves.
 
+#include "bench/Floors.h"
 #include "bench/Harness.h"
 #include "bench/reading/Reading.h"
 #include "tessaro/host/ModuleState.h"
@@ -10,14 +11,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <cstring>
 #include <ctime>
-#include <fcntl.h>
 #include <fstream>
 #include <functional>
-#include <lodepng.h>
-#include <unistd.h>
 
 namespace {
 
@@ -49,41 +45,6 @@ Subject Examined(const std::filesystem::path& file) {
         subject.preview = ReadSectionImage(drawing, section);
     }
     return subject;
-}
-
-std::uint32_t Number(const unsigned char* bytes) {
-    std::uint32_t number = 0;
-    std::memcpy(&number, bytes, sizeof number);
-    return number;
-}
-
-/// Opens a drawing, reads what an examination reads, decodes its picture, closes.
-void ReadBare(const std::string& path) {
-    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    std::array<unsigned char, 6> magic{};
-    std::array<unsigned char, 4> address{};
-    std::array<unsigned char, 5> head{};
-    bool got = read(file, magic.data(), magic.size()) == 6 && pread(file, address.data(), 4, 13) == 4 &&
-               pread(file, head.data(), 5, Number(address.data()) + 16) == 5;
-    std::vector<unsigned char> entries(got ? std::size_t{head[4]} * 9 : 0), image;
-    got = got && pread(file, entries.data(), entries.size(), Number(address.data()) + 21) ==
-                     static_cast<ssize_t>(entries.size());
-    bool png = false;
-    for (std::size_t at = 0; got && at < entries.size(); at += 9)
-        if (entries[at] == 2 || entries[at] == 6) {
-            png |= entries[at] == 6;
-            image.resize(Number(&entries[at + 5]) < (1U << 24) ? Number(&entries[at + 5]) : 0);
-            if (pread(file, image.data(), image.size(), Number(&entries[at + 1])) < 0)
-                image.clear();
-        }
-    close(file);
-    if (!png)
-        return;
-    unsigned char* pixels = nullptr;
-    unsigned width = 0, height = 0;
-    lodepng_decode24(&pixels, &width, &height, image.data(), image.size());
-    bench::Keep(pixels);
-    std::free(pixels);
 }
 
 double ThreadSeconds() {
@@ -149,7 +110,7 @@ void Measure(bench::Table& table) {
     table.Ratio("first scan of 5,000 drawings to its parts", kFirstScanBound,
                 {[&] { reading.ReadAll(true); }, Reading::Empty}, {[&] {
                     for (Subject& subject : subjects) {
-                        ReadBare(subject.native);
+                        bench::ReadBareDrawing(subject.native);
                         Load(subject);
                         Render(subject);
                     }

@@ -1,16 +1,14 @@
 // Folders whose files did not change, and the names of a big one.
 
+#include "bench/Floors.h"
 #include "bench/Harness.h"
 #include "bench/reading/Reading.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/reading/Loader.h"
 
-#include <algorithm>
-#include <dirent.h>
 #include <fcntl.h>
-#include <strings.h>
-#include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,27 +16,6 @@ constexpr int kFolders = 20, kFilesOfFolder = 1000;
 
 std::string NameOf(int number) {
     return "Block " + std::to_string(number * 7919 % 1000003) + ".dwg";
-}
-
-/// The least that tells whether a folder's files changed.
-std::uint64_t ListAndLook(const std::string& folder) {
-    std::vector<std::string> names;
-    DIR* const listing = opendir(folder.c_str());
-    while (const dirent* entry = readdir(listing)) {
-        const std::string name = entry->d_name;
-        if (name.size() > 4 && strcasecmp(name.c_str() + name.size() - 4, ".dwg") == 0)
-            names.push_back(name);
-    }
-    closedir(listing);
-    std::sort(names.begin(), names.end(),
-              [](const std::string& a, const std::string& b) { return strcasecmp(a.c_str(), b.c_str()) < 0; });
-    std::uint64_t sum = 0;
-    for (const std::string& name : names) {
-        struct statx status {};
-        statx(AT_FDCWD, (folder + '/' + name).c_str(), 0, STATX_BASIC_STATS | STATX_BTIME, &status);
-        sum += status.stx_size + static_cast<std::uint64_t>(status.stx_mtime.tv_sec + status.stx_btime.tv_sec);
-    }
-    return sum;
 }
 
 void MeasureRescan(bench::Table& table) {
@@ -56,7 +33,7 @@ void MeasureRescan(bench::Table& table) {
                 {[&] { reading.ReadAll(false); }, Reading::Invalidate}, {[&] {
                     std::uint64_t sum = 0;
                     for (const std::string& folder : folders)
-                        sum += ListAndLook(folder);
+                        sum += bench::ListAndLook(folder);
                     bench::Keep(sum);
                 }});
 }
