@@ -42,6 +42,16 @@ bool IsBlockOf(const Directory* directory, const Block* block) {
            std::find(directory->blocks.begin(), directory->blocks.end(), block) != directory->blocks.end();
 }
 
+bool CanBeAnswered(const std::wstring& name) {
+    constexpr wchar_t firstPrintable = L' ', rubOut = 0x7F;
+    const bool isEscape = name.starts_with(L"^C") || name.starts_with(L"^c");
+    const auto isControl = [](wchar_t c) { return c < firstPrintable || c == rubOut; };
+    if (!isEscape && std::ranges::none_of(name, isControl))
+        return true;
+    platform::MessageBox(L"This name cannot be given to the command line", L"Tessaro");
+    return false;
+}
+
 std::wstring DrawingPath(const Directory& directory, const Block& block) {
     return platform::Join(directory.path, block.name + L".dwg");
 }
@@ -61,7 +71,8 @@ bool ConfirmOverwrite(const std::wstring& name) {
 
 int InsertBlock(Block* block, bool allowRelaunch) {
     const Directory* const directory = currentDirectory;
-    if (!IsBlockOf(directory, block))
+    if (!IsBlockOf(directory, block) || !CanBeAnswered(block->name) ||
+        !(directory->isInternal || CanBeAnswered(DrawingPath(*directory, *block))))
         return 1;
     InsertSource source = directory->isInternal ? InsertSource{.name = block->name, .insertSpec = block->name}
                                                 : PrepareDefinition(*directory, *block);

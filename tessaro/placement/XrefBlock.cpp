@@ -11,7 +11,7 @@
 
 int XrefBlock(Block* block) {
     const Directory* const directory = currentDirectory;
-    if (!IsBlockOf(directory, block))
+    if (!IsBlockOf(directory, block) || !CanBeAnswered(DrawingPath(*directory, *block)))
         return 1;
     const std::wstring path = DrawingPath(*directory, *block);
     ApplyBlockNameScheme(block->name, directory->schemeName);
