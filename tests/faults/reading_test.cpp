@@ -25,6 +25,16 @@ using faults::Outcome;
 
 constexpr std::int32_t kDone = 123;
 
+/// A window takes new picture lists without an allocation that could fail, also where an examination ends by an
+/// exception.
+class Window : public tests::RecorderWindow {
+public:
+    void SetBlockImages(const ImageList* largeImages, const ImageList* smallImages) override {
+        large = largeImages;
+        small = smallImages;
+    }
+};
+
 /// A catalogue of one folder of drawings and a window that is open on it.
 class FolderOperation : public CatalogueOperation {
 public:
@@ -66,7 +76,7 @@ protected:
         }
     }
 
-    tests::RecorderWindow window;
+    Window window;
     Directory* directory = nullptr;
     std::map<std::string, std::string> files;
 };
