@@ -1,6 +1,7 @@
 #include "tessaro/browser/BlockDlgControls.h"
 
 #include "tessaro/browser/DialogLayout.h"
+#include "tessaro/browser/EmptyHint.h"
 #include "tessaro/browser/QtText.h"
 #include "tessaro/platform/Text.h"
 
@@ -207,6 +208,7 @@ BlockDlgControls MakeBlockDlgControls(QWidget& window) {
     made.properties->setMargin(4);
     made.blockList = Named(new MyList(&window), "blockList");
     made.curtainList = Curtain(window);
+    new EmptyHint(*made.blockList, *made.directoryList);
 
     Describe(made.scheme, "Scheme", "Layer-mapping scheme of this directory");
     Describe(made.viewButton, "View",

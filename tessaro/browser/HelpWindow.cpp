@@ -55,7 +55,9 @@ bool HelpWindow::Show(QWidget* owner, const std::wstring& path) {
 }
 
 QVariant HelpWindow::loadResource(int, const QUrl& name) {
-    const auto page = HelpPage(file, name.path().toStdString());
+    // A link between two pages arrives as it is written there.
+    const QString path = name.path();
+    const auto page = HelpPage(file, (path.startsWith('/') ? path : '/' + path).toStdString());
     return page ? QVariant(QByteArray::fromStdString(*page)) : QVariant();
 }
 
