@@ -79,13 +79,15 @@ TEST_F(Thumbnail, IsAsLargeAsWasAskedAtTheMostAndKeepsItsProportions) {
     const auto small = tools::thumbnailOf(file, 64);
     ASSERT_TRUE(small);
     EXPECT_EQ(small->width, 64);
-    EXPECT_EQ(small->height, 64 * embedded(file).second / embedded(file).first);
+    const auto [width, height] = embedded(file);
+    ASSERT_GT(width, 0);
+    EXPECT_EQ(small->height, 64 * height / width);
     const auto dot = tools::thumbnailOf(file, 1);
     ASSERT_TRUE(dot);
     EXPECT_EQ(dot->pixels.size(), 3U);
     const auto large = tools::thumbnailOf(file, 1024);
     ASSERT_TRUE(large);
-    EXPECT_EQ(large->width, embedded(file).first) << "an embedded picture is not enlarged";
+    EXPECT_EQ(large->width, width) << "an embedded picture is not enlarged";
 }
 
 TEST_F(Thumbnail, ADrawingWithoutPictureIsDrawnInTheSizeThatWasAsked) {
