@@ -29,6 +29,7 @@ Journal::Group& Journal::open() {
     undone.clear();
     current = std::move(done.back());
     done.pop_back();
+    reopened = true;
     for (auto& [handle, image] : current->objects)
         expand(handle, image);
     return *current;
@@ -109,6 +110,7 @@ bool Journal::end() {
             done.pop_front();
     }
     current.reset();
+    reopened = false;
     return changed;
 }
 
@@ -123,7 +125,8 @@ void Journal::merge(Group& into, Group&& later) {
 }
 
 void Journal::joinToLast() {
-    if (!end())
+    const bool isLast = reopened;
+    if (!end() || isLast)
         return;
     if (done.size() > 1)
         join(done.size() - 2, done[done.size() - 2].name);

@@ -61,6 +61,7 @@ private:
 
     AcDbDatabase::Impl& database;
     std::optional<Group> current;
+    bool reopened = false; ///< the open group is the last one, for changes while none was open
     std::deque<Group> done;
     std::vector<Group> undone;
 };

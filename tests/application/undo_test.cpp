@@ -137,6 +137,22 @@ TEST_P(UndoAtRandom, TwoHundredCommandsAndTwoHundredStepsBackGiveTheDrawingBack)
     EXPECT_EQ(saved(), before);
 }
 
+TEST(UndoAndSave, ASaveBetweenCommandsLeavesTheStepsAsTheyAre) {
+    tests::TemporaryFolder folder;
+    tests::Session session;
+    const std::wstring file = fromUtf8((folder.path() / "saved.dwg").string());
+    session.editor.execute(L"LINE 0,0 1,1 \nERASE L\n\nCIRCLE 0,0 1\n");
+    ASSERT_EQ(undoDepth(session.database()), 3u);
+    ASSERT_EQ(session.database().saveAs(file.c_str()), eOk);
+    EXPECT_EQ(undoDepth(session.database()), 3u) << "what was erased is gone for good with the last step";
+    session.editor.execute(L"SAVEAS " + file + L"\nY\n");
+    EXPECT_EQ(undoDepth(session.database()), 3u);
+    session.editor.execute(L"U\n");
+    EXPECT_THAT(tests::modelSpaceOf(session.database()), testing::IsEmpty());
+    session.editor.execute(L"U\n");
+    EXPECT_THAT(tests::modelSpaceOf(session.database()), testing::ElementsAre("LINE"));
+}
+
 /// One seed, or as many as TESSARO_UNDO_SEEDS says.
 std::vector<unsigned> seeds() {
     const char* const wanted = std::getenv("TESSARO_UNDO_SEEDS");
