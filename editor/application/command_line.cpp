@@ -16,6 +16,8 @@ namespace editor {
 namespace {
 
 constexpr const wchar_t* pauseElement = L"\\";
+// Drawings store no more than 65,535 bytes of a text, and some releases seven for a letter.
+constexpr std::size_t longestText = 8192;
 
 CommandCancelled cancelled(CommandCancelled::Reason reason) {
     return CommandCancelled{reason};
@@ -199,9 +201,13 @@ std::wstring CommandLine::getText(const std::wstring& prompt, bool blanks) {
     pausing = false;
     while (true) {
         const Answer answer = ask(Prompt{Prompt::Kind::Text, prompt, {}, blanks});
-        if (const auto* const text = std::get_if<std::wstring>(&answer))
+        const auto* const text = std::get_if<std::wstring>(&answer);
+        if (text != nullptr && text->size() <= longestText)
             return *text;
-        console.printLine(L"Requires text.");
+        if (text == nullptr)
+            console.printLine(L"Requires text.");
+        else
+            console.printFault(L"The text is too long.");
     }
 }
 
@@ -244,7 +250,10 @@ PromptAnswer<AcGePoint3d> CommandLine::getPoint(const std::wstring& prompt, cons
             latestPoint = *point;
             return {point, {}};
         }
-        console.printLine(options.keywords.empty() ? L"Invalid point." : L"Point or option keyword required.");
+        if (options.keywords.empty())
+            console.printLine(L"Invalid point.");
+        else
+            console.printFault(L"Point or option keyword required.");
     }
 }
 
@@ -280,9 +289,10 @@ PromptAnswer<double> CommandLine::getValue(const Prompt& prompt, const PromptOpt
                 return {std::nullopt, *keyword};
         }
         const auto value = valueOf(answer, prompt);
-        if (!value)
-            console.printLine(options.keywords.empty() ? L"Requires numeric value."
-                                                       : L"Requires numeric value or option keyword.");
+        if (!value && options.keywords.empty())
+            console.printLine(L"Requires numeric value.");
+        else if (!value)
+            console.printFault(L"Requires numeric value or option keyword.");
         else if (options.positive && *value <= 0)
             console.printLine(L"Value must be positive and nonzero.");
         else if (options.nonZero && *value == 0)
@@ -312,7 +322,7 @@ std::wstring CommandLine::getKeyword(const std::wstring& prompt, const Keywords&
         if (!answer.keyword.empty())
             return answer.keyword;
         if (!answer.empty())
-            console.printLine(L"Invalid option keyword.");
+            console.printFault(L"Invalid option keyword.");
     }
 }
 
@@ -322,7 +332,7 @@ PromptAnswer<std::wstring> CommandLine::getWord(const std::wstring& prompt, cons
         const Answer answer = ask(Prompt{Prompt::Kind::Keyword, prompt, {}, false});
         const auto* const text = std::get_if<std::wstring>(&answer);
         if (text == nullptr) {
-            console.printLine(L"Invalid option keyword.");
+            console.printFault(L"Invalid option keyword.");
             continue;
         }
         if (text->empty()) {

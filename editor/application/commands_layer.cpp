@@ -52,7 +52,7 @@ public:
             if (option.empty())
                 return;
             if (option.keyword.empty())
-                editor.console().printLine(L"Invalid option keyword.");
+                editor.console().printFault(L"Invalid option keyword.");
             else
                 carryOut(option.keyword);
         }

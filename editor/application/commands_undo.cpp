@@ -34,7 +34,7 @@ public:
             const auto count = answer.value ? parseWholeNumber(*answer.value) : std::optional<long>(1);
             if (count && *count > 0 && *count <= 32767)
                 return takeBack(static_cast<std::size_t>(*count));
-            editor.console().printLine(L"Requires an integer between 1 and 32767 or an option keyword.");
+            editor.console().printFault(L"Requires an integer between 1 and 32767 or an option keyword.");
         }
     }
 

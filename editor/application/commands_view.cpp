@@ -31,7 +31,7 @@ public:
             if (!answer.text.empty()) {
                 if (scaleBy(answer.text))
                     return;
-                editor.console().printLine(L"Requires a point, a number, or option keyword.");
+                editor.console().printFault(L"Requires a point, a number, or option keyword.");
                 continue;
             }
             return carryOut(answer.keyword);

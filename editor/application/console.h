@@ -16,7 +16,7 @@ public:
     void print(std::wstring_view text);
     /// Prints on a line of its own: begins a new one where the last text didn't end with a line feed, and ends it.
     void printLine(std::wstring_view text);
-    /// A line that tells of an application that failed where nobody asks for the outcome.
+    /// A line that tells of what a script can't have meant: an option that isn't there, an application that failed.
     void printFault(std::wstring text);
     /// All of them since the start.
     const std::vector<std::wstring>& faults() const { return faultTexts; }

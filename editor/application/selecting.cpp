@@ -39,6 +39,15 @@ struct Relation {
     bool inside = true, touched = false;
 };
 
+// A line without an end is never inside.
+void relateEndless(Relation& relation, const Box& box, const Stroke& stroke) {
+    constexpr double far = 1e9;
+    const AcGePoint3d &from = stroke.points.front(), &to = stroke.points.back();
+    relation.inside = false;
+    relation.touched =
+        relation.touched || box.meets(stroke.beyondStart ? from + (to - from) * -far : from, from + (to - from) * far);
+}
+
 void relate(Relation& relation, const Box& box, const std::vector<AcGePoint3d>& points) {
     for (std::size_t index = 0; index < points.size(); ++index) {
         relation.inside = relation.inside && box.holds(points[index]);
@@ -54,8 +63,12 @@ std::vector<AcDbObjectId> entitiesInBox(AcDbDatabase& database, const AcGePoint3
                   std::max(corner.y, opposite.y)};
     const Wireframe wireframe = wireframeOfModelSpace(database);
     std::unordered_map<std::uint64_t, Relation> relations;
-    for (const Stroke& stroke : wireframe.strokes)
-        relate(relations[stroke.entity.handle], box, stroke.points);
+    for (const Stroke& stroke : wireframe.strokes) {
+        if (stroke.beyondEnd)
+            relateEndless(relations[stroke.entity.handle], box, stroke);
+        else
+            relate(relations[stroke.entity.handle], box, stroke.points);
+    }
     for (const TextItem& text : wireframe.texts) {
         const AcGePoint3d end = text.position + text.along * static_cast<double>(text.content.size());
         relate(relations[text.entity.handle], box, {text.position, end, end + text.up, text.position + text.up});

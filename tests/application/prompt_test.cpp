@@ -35,6 +35,12 @@ TEST_F(Prompts, ALinePromptBehindALineEndTakesTheNextLine) {
     EXPECT_EQ(line(L"ASK\n  two words  \n"), "two words");
 }
 
+TEST_F(Prompts, ATextThatNoDrawingStoresIsAskedForAgain) {
+    EXPECT_EQ(line(L"ASK\n" + std::wstring(8193, L'x') + L"\n" + std::wstring(8192, L'y') + L"\n"),
+              std::string(8192, 'y'));
+    EXPECT_TRUE(session.said("The text is too long."));
+}
+
 TEST_F(Prompts, QuotesAroundAWholeLineAreTakenOff) {
     EXPECT_EQ(line(L"ASK \"a b\"\n"), "a b");
 }
