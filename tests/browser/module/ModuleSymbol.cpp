@@ -1,6 +1,6 @@
 #include "tests/browser/module/ModuleSymbol.h"
 
-#include "tests/support/TemporaryFolder.h"
+#include <QFile>
 
 #include <cstring>
 #include <dlfcn.h>
@@ -25,7 +25,13 @@ void* moduleSymbol(const void* inside, const std::string& name) {
     Dl_info module{};
     if (dladdr(inside, &module) == 0)
         return nullptr;
-    const std::string file = readFile(module.dli_fname);
+    QFile opened(QString::fromLocal8Bit(module.dli_fname));
+    if (!opened.open(QFile::ReadOnly))
+        return nullptr;
+    const auto* const bytes = reinterpret_cast<const char*>(opened.map(0, opened.size()));
+    if (bytes == nullptr)
+        return nullptr;
+    const std::string_view file(bytes, static_cast<std::size_t>(opened.size()));
     const auto heads = records<Elf64_Ehdr>(file, 0, sizeof(Elf64_Ehdr));
     if (heads.empty())
         return nullptr;
