@@ -1,5 +1,6 @@
 #include "tests/mapping_engine/Expectation.h"
 
+#include "editor/database/colours.h"
 #include "editor/dwg/object_types.h"
 
 #include <algorithm>
@@ -44,6 +45,11 @@ std::wstring linetypeOf(const dwg::Drawing& drawing, const dwg::EntityData& enti
     return nameOf(drawing, entity.linetype);
 }
 
+/// A true colour counts by the index that the host has for it.
+int indexOf(const dwg::Color& color) {
+    return color.hasRgb ? editor::nearestIndexOf(color.rgb) : std::abs(int(color.index));
+}
+
 std::optional<std::wstring> target(const Maps& maps, const std::wstring& name) {
     for (const auto& [from, to] : maps)
         if (from == name || (from.ends_with(L'*') && name.starts_with(from.substr(0, from.size() - 1))))
@@ -58,8 +64,7 @@ Expectation Expectation::read(const dwg::Drawing& drawing) {
     Expectation found;
     for (const auto& object : drawing.objects())
         if (const auto* const layer = object->as<dwg::Layer>())
-            found.layers.push_back(
-                {layer->head.name, nameOf(drawing, layer->linetype), std::abs(int(layer->color.index))});
+            found.layers.push_back({layer->head.name, nameOf(drawing, layer->linetype), indexOf(layer->color)});
     for (const auto& object : drawing.objects()) {
         const auto* const block = object->as<dwg::BlockHeader>();
         if (block == nullptr)
@@ -74,7 +79,7 @@ Expectation Expectation::read(const dwg::Drawing& drawing) {
             plain.block = block->head.name;
             plain.layer = nameOf(drawing, entity->entity->layer);
             plain.linetype = linetypeOf(drawing, *entity->entity);
-            plain.colour = entity->entity->color.index;
+            plain.colour = indexOf(entity->entity->color);
             plain.isText = type == "TEXT" || type == "ATTDEF" || type == "ATTRIB";
             plain.isDimension = type.starts_with("DIMENSION") || type.ends_with("_DIMENSION");
             if (const dwg::OwnedChain* const chain = dwg::ownedChain(*entity))
