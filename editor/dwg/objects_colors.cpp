@@ -56,7 +56,8 @@ std::uint32_t packedColor(const Color& color) {
     case noColorIndex:
         return noColor << 24;
     default:
-        return byIndex << 24 | static_cast<std::uint32_t>(color.index < 0 ? -color.index : color.index);
+        // A kind that isn't known may have come with any index.
+        return byIndex << 24 | (static_cast<std::uint32_t>(color.index < 0 ? -color.index : color.index) & indexBits);
     }
 }
 

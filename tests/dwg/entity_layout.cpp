@@ -249,4 +249,12 @@ TEST(EntityLayout, AnUnchangedObjectIsStoredWithTheBitsThatWereRead) {
     EXPECT_NE(*objectRecord(*object, context), record);
 }
 
+TEST(EntityLayout, AColourOfAnUnknownKindIsStoredAsTheIndexThatItsBitsHaveRoomFor) {
+    Color color{-7020, 0, false};
+    const std::uint32_t packed = packedColor(color);
+    EXPECT_EQ(packed, 0xC3000000u | (7020 & 0x1FF));
+    EXPECT_EQ(packedColor(unpackedColor(packed, 0)), packed);
+    EXPECT_EQ(unpackedColor(0x55000000, -7020).index, -7020);
+}
+
 } // namespace

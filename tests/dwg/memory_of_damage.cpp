@@ -73,14 +73,14 @@ Drawing damagedDrawing() {
 
 TEST(MemoryOfDamage, ZerosThatPackToNothing) {
     Drawing drawing = damagedDrawing();
-    for (int i = 0; i < 40; ++i)
+    for (int i = 0; i < 36; ++i)
         addRecord(drawing, DataRecord{Bytes(1 << 20), 1, {}}, object_type::record);
     expectLittleMemory(fileOf(drawing, Release::r2018));
 }
 
 TEST(MemoryOfDamage, ManyObjectsOfAFewBytes) {
     Drawing drawing = damagedDrawing();
-    for (int i = 0; i < 150'000; ++i)
+    for (int i = 0; i < 100'000; ++i)
         addRecord(drawing, Placeholder{}, object_type::placeholder);
     expectLittleMemory(fileOf(drawing, Release::r2018));
 }
