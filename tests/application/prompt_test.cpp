@@ -12,7 +12,7 @@ using testing::ElementsAre;
 /// Adds a command ASK that runs a function on the command line.
 class Prompts : public testing::Test {
 protected:
-    void ask(std::function<void(CommandLine&)> function, const std::wstring& text) {
+    void ask(const std::function<void(CommandLine&)>& function, const std::wstring& text) {
         session.editor.commands().addOwn(
             {L"TEST", L"ASK", L"ASK", ACRX_CMD_MODAL, [this, function] { function(session.editor.commandLine()); }});
         session.editor.execute(text);
