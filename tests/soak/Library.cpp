@@ -1,9 +1,11 @@
 #include "tests/soak/Library.h"
 
+#include "editor/sdk/db.h"
 #include "tests/reading/DrawingBuilder.h"
 
 #include <filesystem>
 #include <fstream>
+#include <memory>
 
 namespace {
 
@@ -19,7 +21,9 @@ std::vector<std::filesystem::path> DrawingsIn(const std::filesystem::path& folde
 
 } // namespace
 
-Library::Library(int folders, unsigned seed) : random(seed) {
+Library::Library(int folders, unsigned seed, bool placeable) : random(seed) {
+    if (placeable)
+        DrawSome();
     for (const auto& file : DrawingsIn(std::filesystem::path(TESSARO_SOURCE_DIR) / "fuzz" / "seeds" / "dwg"))
         real.push_back(tests::readFile(file));
     for (int folder = 0; folder < folders; ++folder)
@@ -30,7 +34,28 @@ std::wstring Library::Path(const std::string& name) const {
     return (root.path() / name).wstring();
 }
 
+void Library::DrawSome() {
+    for (const auto version : {AcDb::kDHL_1015, AcDb::kDHL_1800, AcDb::kDHL_1024}) {
+        AcDbDatabase database(true, false);
+        AcDbBlockTable* table = nullptr;
+        AcDbSymbolTableRecord* space = nullptr;
+        database.getBlockTable(table);
+        table->getAt(ACDB_MODEL_SPACE, space, AcDb::kForWrite);
+        auto line =
+            std::make_unique<AcDbLine>(AcGePoint3d{0, 0, 0}, AcGePoint3d{30.0 + static_cast<double>(version), 20, 0});
+        dynamic_cast<AcDbBlockTableRecord&>(*space).appendAcDbEntity(line.get());
+        line.release()->close();
+        space->close();
+        table->close();
+        database.saveAs(Path("drawn").c_str(), false, version);
+        drawn.push_back(tests::readFile(root.path() / "drawn"));
+    }
+    std::filesystem::remove(root.path() / "drawn");
+}
+
 std::string Library::RandomDrawing() {
+    if (!drawn.empty() && random() % 2 == 0)
+        return drawn[random() % drawn.size()];
     const unsigned kind = random() % 8;
     if (kind == 0)
         return std::string(random() % 300, 'x');

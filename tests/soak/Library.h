@@ -11,7 +11,8 @@
 /// tell description and dates, some damaged.
 class Library {
 public:
-    Library(int folders, unsigned seed);
+    /// With `placeable` every other drawing is one that the editor can read and insert.
+    Library(int folders, unsigned seed, bool placeable);
 
     const std::vector<std::wstring>& Folders() const { return paths; }
     /// A folder that no list had until now.
@@ -24,11 +25,13 @@ public:
 private:
     std::string RandomDrawing();
     std::string DrawingWithPicture();
+    void DrawSome();
     void Fill(const std::filesystem::path& folder);
 
     std::mt19937 random;
     const tests::TemporaryFolder root;
-    std::vector<std::string> real; ///< whole drawings
+    std::vector<std::string> real;  ///< whole drawings, if small ones
+    std::vector<std::string> drawn; ///< such as can be placed
     std::vector<std::wstring> paths;
     int lastNumber = 0;
 };

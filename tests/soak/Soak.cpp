@@ -5,14 +5,20 @@
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/Settings.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/mapping/MapScheme.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/reading/Loader.h"
 #include "tessaro/reading/LoaderThreads.h"
+#include "tests/soak/Invariants.h"
 
 #include <QCoreApplication>
 #include <QTimer>
 
+#include <algorithm>
+#include <array>
+#include <memory>
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -23,13 +29,24 @@ bool WorkerIsIdle() {
     return queue.owns_lock() && loader.loadQueue.empty() && loader.pause == 0;
 }
 
+std::unique_ptr<MapScheme> MakeScheme() {
+    auto scheme = std::make_unique<MapScheme>();
+    scheme->maps.SetAt(L"*", L"SOAK");
+    return scheme;
+}
+
 } // namespace
 
 platform::MessageAnswer SoakAnswers::MessageBox(const std::wstring& text, const std::wstring&,
                                                 platform::MessageButtons buttons, platform::MessageIcon) {
     if (buttons == platform::MessageButtons::YesNo)
         return platform::MessageAnswer::Yes;
-    complaints.push_back(text);
+    // What a user is told who picks a drawing that is damaged or has just gone.
+    constexpr std::array<std::wstring_view, 5> expected{
+        L"File no longer exists.", L"Could not write to file.\nDescription not saved.", L"Done Printing",
+        L"The directory is not done loading. Please try again later.", L"This file cannot be xrefed"};
+    if (std::ranges::find(expected, text) == expected.end())
+        complaints.push_back(text);
     return platform::MessageAnswer::Ok;
 }
 
@@ -37,8 +54,11 @@ std::optional<std::wstring> SoakAnswers::PickFolder(const std::wstring&, const s
     return pick();
 }
 
-Soak::Soak(Plan wanted, Watchdog& dog)
-    : plan(wanted), watchdog(dog), random(wanted.seed), library(wanted.folders, wanted.seed), left(wanted.operations) {
+Soak* Soak::running = nullptr;
+
+Soak::Soak(Plan wanted, Watchdog& dog, editor::Editor& editor)
+    : plan(wanted), watchdog(dog), random(wanted.seed), library(wanted.folders, wanted.seed, wanted.wholeProduct),
+      left(wanted.operations) {
     moduleFolder = LocalPath = platform::ExecutablePath().substr(0, platform::ExecutablePath().rfind(L'/'));
     versionText = L"soak";
     iniPath = library.Path("tessaro35.ini");
@@ -50,10 +70,21 @@ Soak::Soak(Plan wanted, Watchdog& dog)
     answers.pick = [this] { return library.AddFolder(); };
     for (const std::wstring& folder : library.Folders())
         AddToCatalogue(folder);
+    if (!plan.wholeProduct)
+        return;
+    product.emplace(editor, random, library.Path("."));
+    running = this;
+    editor.commands().addCommand(L"SOAK", L"TESSARO", L"TESSARO", ACRX_CMD_MODAL,
+                                 [] { running->Open([](BlockDlg& dialog) { running->UseOpening(dialog); }); });
+    SetScheme(L"All on one", MakeScheme().release());
 }
 
 Soak::~Soak() {
+    if (product)
+        editor::Editor::instance()->commands().removeGroup(L"SOAK");
+    product.reset();
     WaitForLastClose();
+    DeleteSchemes();
     currentDirectory = nullptr;
     for (const Directory* directory : directories)
         delete directory;
@@ -85,18 +116,46 @@ void Soak::Open(const std::function<void(BlockDlg&)>& script) {
 }
 
 void Soak::Use() {
-    while (left > 0) {
+    while (left > 0 && broken.empty()) {
         readDirEveryTime = Chance(50) ? 1 : 0;
         onlyCacheCurrent = Chance(30) && !plan.keepsPictures ? 1 : 0;
         delCacheMemoryOnClose = Chance(30) && !plan.keepsPictures ? 1 : 0;
-        Open([this](BlockDlg& dialog) { UseOpening(dialog); });
+        if (plan.wholeProduct)
+            UseProduct();
+        else
+            Open([this](BlockDlg& dialog) { UseOpening(dialog); });
     }
+    if (product)
+        done.merge(product->done);
+}
+
+void Soak::UseProduct() {
+    watchdog.Beat("using the editor");
+    for (unsigned more = random() % 4; more > 0; --more)
+        product->UseEditor();
+    const int deletes = done["deletes"];
+    // With all that the opening starts: the placement and its picks, and further openings.
+    editor::Editor::instance()->execute(L"TESSARO\n");
+    WaitForLastClose();
+    Watch(BrokenWhenIdle(done["deletes"] == deletes));
+    Watch(product->CheckSavedDrawing());
+}
+
+void Soak::Watch(std::string wrong) {
+    if (broken.empty())
+        broken = std::move(wrong);
 }
 
 void Soak::UseOpening(BlockDlg& dialog) {
-    for (unsigned more = random() % kMostPerOpening; left > 0 && more > 0; --more, --left) {
-        Operate(dialog);
+    for (unsigned more = random() % kMostPerOpening; left > 0 && more > 0 && broken.empty(); --more, --left) {
+        if (product && Chance(25)) {
+            if (product->UseDialog(dialog))
+                return;
+        } else {
+            Operate(dialog);
+        }
         ServeEvents("using");
+        Watch(BrokenInDialog(dialog));
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/soak/Library.h"
+#include "tests/soak/ProductUse.h"
 #include "tests/soak/Watchdog.h"
 
 #include "tessaro/platform/UserInterface.h"
@@ -8,6 +9,7 @@
 #include <atomic>
 #include <functional>
 #include <map>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -38,8 +40,10 @@ public:
         unsigned seed = 1;
         /// Leaves out what may save pictures that are not in memory: settings that free them, and deleted drawings.
         bool keepsPictures = false;
+        /// Uses what lies around the browser too: child windows, placements, the editor.
+        bool wholeProduct = false;
     };
-    Soak(Plan plan, Watchdog& watchdog);
+    Soak(Plan plan, Watchdog& watchdog, editor::Editor& editor);
     ~Soak();
     Soak(const Soak&) = delete;
     Soak& operator=(const Soak&) = delete;
@@ -54,8 +58,12 @@ public:
     /// How often each operation was carried out.
     const std::map<std::string, int>& Done() const { return done; }
     const std::vector<std::wstring>& Complaints() const { return answers.complaints; }
+    /// What did not hold, in words; the first ends the use.
+    const std::string& Broken() const { return broken; }
 
 private:
+    void UseProduct();
+    void Watch(std::string wrong);
     void Open(const std::function<void(BlockDlg&)>& script);
     void UseOpening(BlockDlg& dialog);
     void Operate(BlockDlg& dialog);
@@ -67,11 +75,15 @@ private:
     bool Chance(unsigned percent) { return random() % 100 < percent; }
     void AddToCatalogue(const std::wstring& folder);
 
+    static Soak* running; ///< the one whose command it is
+
     const Plan plan;
     Watchdog& watchdog;
     std::mt19937 random;
     Library library;
     SoakAnswers answers;
+    std::optional<ProductUse> product;
     std::map<std::string, int> done;
+    std::string broken;
     int left;
 };

@@ -1,5 +1,8 @@
 // Random use of the browser over a library that changes meanwhile, and whether all of it was read in the end.
-//   reading_soak [--whole] [--keep-pictures] [--operations N] [--folders N] [--seed N] [--patience SECONDS]
+//   reading_soak [--whole] [--keep-pictures] [--product] [--operations N] [--folders N] [--seed N] [--seconds N]
+//                [--patience SECONDS]
+// With --product what lies around the browser is used too. With --seconds, or TESSARO_SOAK_SECONDS in the environment,
+// one seed after the other is used until the time is over. A failure prints its seed.
 
 #include "tests/soak/Catalogue.h"
 #include "tests/soak/Soak.h"
@@ -10,6 +13,7 @@
 
 #include <QApplication>
 
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <string_view>
@@ -21,11 +25,39 @@ int Fail(const std::string& why) {
     return 1;
 }
 
+int Run(const Soak::Plan& plan, Watchdog& watchdog, editor::Editor& host) {
+    Soak soak(plan, watchdog, host);
+    soak.Use();
+    if (!soak.Broken().empty())
+        return Fail("seed " + std::to_string(plan.seed) + ": " + soak.Broken());
+    soak.ReadAll();
+    std::set<std::wstring> withoutPictures;
+    const CatalogueDescription used = DescribeCatalogue(withoutPictures);
+    soak.ReadAnew();
+    const CatalogueDescription quiet = DescribeCatalogue(withoutPictures);
+
+    std::printf("seed %u:", plan.seed);
+    for (const auto& [what, times] : soak.Done())
+        std::printf(" %d %s,", times, what.c_str());
+    std::printf(" %zu lines of catalogue, %d folders lost pictures\n", used.lines.size(), used.withLostPictures);
+    for (const std::wstring& complaint : soak.Complaints())
+        std::fprintf(stderr, "message: %s\n", platform::ToNarrow(complaint).c_str());
+    std::fflush(stdout);
+    const std::string difference = FirstDifference(used.lines, quiet.lines);
+    if (!difference.empty())
+        return Fail("after random use and after one quiet pass the catalogue differs:\n" + difference);
+    if (quiet.withLostPictures > 0 || (plan.keepsPictures && used.withLostPictures > 0))
+        return Fail("pictures were lost");
+    return soak.Complaints().empty() ? 0 : 1;
+}
+
 } // namespace
 
 int main(int count, char** arguments) {
     Soak::Plan plan;
     int patience = 120;
+    const char* const wanted = std::getenv("TESSARO_SOAK_SECONDS");
+    int seconds = wanted == nullptr ? 0 : std::atoi(wanted);
     for (int argument = 1; argument < count; ++argument) {
         const std::string_view name = arguments[argument];
         if (name == "--whole") {
@@ -37,6 +69,10 @@ int main(int count, char** arguments) {
             plan.keepsPictures = true;
             continue;
         }
+        if (name == "--product") {
+            plan.wholeProduct = true;
+            continue;
+        }
         const int value = argument + 1 < count ? std::atoi(arguments[++argument]) : 0;
         if (value <= 0)
             return Fail("reading_soak: a number above 0 must follow " + std::string(name));
@@ -46,6 +82,8 @@ int main(int count, char** arguments) {
             plan.folders = value;
         else if (name == "--seed")
             plan.seed = static_cast<unsigned>(value);
+        else if (name == "--seconds")
+            seconds = value;
         else if (name == "--patience")
             patience = value;
         else
@@ -59,24 +97,11 @@ int main(int count, char** arguments) {
     editor::Editor host;
     host.documents().create();
 
-    Soak soak(plan, watchdog);
-    soak.Use();
-    soak.ReadAll();
-    std::set<std::wstring> withoutPictures;
-    const CatalogueDescription used = DescribeCatalogue(withoutPictures);
-    soak.ReadAnew();
-    const CatalogueDescription quiet = DescribeCatalogue(withoutPictures);
-
-    std::printf("seed %u:", plan.seed);
-    for (const auto& [what, times] : soak.Done())
-        std::printf(" %d %s,", times, what.c_str());
-    std::printf(" %zu lines of catalogue, %d folders lost pictures\n", used.lines.size(), used.withLostPictures);
-    for (const std::wstring& complaint : soak.Complaints())
-        std::fprintf(stderr, "message: %s\n", platform::ToNarrow(complaint).c_str());
-    const std::string difference = FirstDifference(used.lines, quiet.lines);
-    if (!difference.empty())
-        return Fail("after random use and after one quiet pass the catalogue differs:\n" + difference);
-    if (quiet.withLostPictures > 0 || (plan.keepsPictures && used.withLostPictures > 0))
-        return Fail("pictures were lost");
-    return soak.Complaints().empty() ? 0 : 1;
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
+    int result = Run(plan, watchdog, host);
+    while (result == 0 && std::chrono::steady_clock::now() < end) {
+        ++plan.seed;
+        result = Run(plan, watchdog, host);
+    }
+    return result;
 }
