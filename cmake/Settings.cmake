@@ -26,7 +26,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
 endif()
 # With optimization this compiler's flow warnings report faults that aren't there, inside its own library.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  add_compile_options("$<$<CONFIG:Release>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-stringop-overread;-Wno-restrict;-Wno-maybe-uninitialized>")
+  add_compile_options("$<$<CONFIG:Release>:-Wno-array-bounds;-Wno-stringop-overflow;-Wno-stringop-overread;-Wno-restrict;-Wno-maybe-uninitialized;-Wno-attribute-warning>")
 endif()
 add_compile_definitions(_FILE_OFFSET_BITS=64)
 
