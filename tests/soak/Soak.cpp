@@ -206,14 +206,13 @@ void Soak::Delete(BlockDlg& dialog) {
 }
 
 void Soak::Reload() {
-    // The menu offers it for a directory that is read.
+    // The menu offers it for a directory that is read. While it is waited for, a delete may take it away.
     constexpr int patience = 300;
-    Directory* const current = currentDirectory;
-    for (int step = 0; step < patience && current != nullptr && !current->loaded; ++step)
+    for (int step = 0; step < patience && currentDirectory != nullptr && !currentDirectory->loaded; ++step)
         ServeEvents("waiting for a directory");
-    if (current == nullptr || !current->loaded)
+    if (currentDirectory == nullptr || !currentDirectory->loaded)
         return;
-    ReloadDirectory(current);
+    ReloadDirectory(currentDirectory);
     ++done["reloads"];
 }
 
