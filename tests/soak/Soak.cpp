@@ -208,9 +208,13 @@ void Soak::Delete(BlockDlg& dialog) {
 void Soak::Reload() {
     // The menu offers it for a directory that is read. While it is waited for, a delete may take it away.
     constexpr int patience = 300;
-    for (int step = 0; step < patience && currentDirectory != nullptr && !currentDirectory->loaded; ++step)
+    const auto isRead = [] {
+        const Directory* const current = currentDirectory;
+        return current != nullptr && current->loaded;
+    };
+    for (int step = 0; step < patience && currentDirectory != nullptr && !isRead(); ++step)
         ServeEvents("waiting for a directory");
-    if (currentDirectory == nullptr || !currentDirectory->loaded)
+    if (!isRead())
         return;
     ReloadDirectory(currentDirectory);
     ++done["reloads"];
