@@ -1,5 +1,6 @@
 // Pictures that are freed at the told occasions are gone from the process's memory, not only from the records.
 #include "tests/browser/SmallDialogs.h"
+#include "tests/support/Sanitized.h"
 
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
@@ -11,18 +12,6 @@
 using namespace small_dialogs;
 
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kMemoryIsOurs = false;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool kMemoryIsOurs = false;
-#else
-constexpr bool kMemoryIsOurs = true;
-#endif
-#else
-constexpr bool kMemoryIsOurs = true;
-#endif
 
 constexpr int kPictures = 4000;
 constexpr double kMegabyte = 1 << 20;
@@ -39,7 +28,7 @@ double ResidentMemory() {
 
 struct ResidentPictures : Browser {
     void SetUp() override {
-        if (!kMemoryIsOurs)
+        if (tests::isSanitized)
             GTEST_SKIP() << "a sanitizer keeps what was freed";
         useCompression = 0; // Packing takes memory of its own.
         doors = AddFolder(L"Doors", {"door"});

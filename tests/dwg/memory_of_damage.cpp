@@ -9,6 +9,7 @@
 #include "editor/dwg/read_drawing.h"
 #include "editor/dwg/write_drawing.h"
 #include "tests/support/ProgramCost.h"
+#include "tests/support/Sanitized.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
@@ -20,20 +21,8 @@ using namespace dwg;
 
 constexpr long kibibyte = 1024;
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool isSanitized = true;
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-constexpr bool isSanitized = true;
-#else
-constexpr bool isSanitized = false;
-#endif
-#else
-constexpr bool isSanitized = false;
-#endif
-
 void expectLittleMemory(const Bytes& bytes) {
-    if (isSanitized)
+    if (tests::isSanitized)
         GTEST_SKIP() << "a sanitizer takes memory of its own";
     const tests::TemporaryFolder folder;
     const auto file = folder.write("a.dwg", {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
