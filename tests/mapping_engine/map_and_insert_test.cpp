@@ -97,6 +97,14 @@ TEST_F(MapAndInsert, WithoutASchemeNothingIsReadAndWithOneTheFileIsOpenedOnce) {
     EXPECT_EQ(opens.Take(), 1);
 }
 
+TEST_F(MapAndInsert, ADrawingIsFoundInAnotherSpelling) {
+    AddLine(L"0");
+    Enter(L"Scheme", MakeScheme(0, {}));
+    const std::filesystem::path upper = folder.path() / "TABLE.DWG";
+    std::filesystem::copy_file(Save(), upper);
+    EXPECT_TRUE(MapAndInsertDrawing((folder.path() / "TABLE.dwg").wstring(), L"TABLE", L"Scheme"));
+}
+
 TEST_F(MapAndInsert, AFileThatCanNotBeReadIsPassedOverInSilence) {
     for (const int type : {0, 1, 2, 3})
         Enter(L"Type" + std::to_wstring(type), MakeScheme(type, {{L"*", L"X"}}));

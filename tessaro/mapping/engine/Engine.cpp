@@ -1,6 +1,7 @@
 #include "tessaro/mapping/engine/Engine.h"
 
 #include "tessaro/mapping/engine/MappingRun.h"
+#include "tessaro/platform/Paths.h"
 
 namespace {
 
@@ -26,7 +27,9 @@ bool MapAndInsertDrawing(const std::wstring& file, const std::wstring& blockName
     MapScheme** const scheme = schemes.Lookup(schemeName);
     if (scheme == nullptr)
         return false;
-    if (side.readDwgFile(file.c_str(), 1, false, nullptr) != eOk || !RunPass(side, **scheme))
+    // A drawing may stand in its folder as DOOR.DWG.
+    const std::wstring found = platform::FindPath(file).value_or(file);
+    if (side.readDwgFile(found.c_str(), 1, false, nullptr) != eOk || !RunPass(side, **scheme))
         return false;
     AcDbDatabase* const drawing = acdbHostApplicationServices()->workingDatabase();
     AcDbObjectId definition;
