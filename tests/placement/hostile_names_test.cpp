@@ -10,14 +10,8 @@ using tests::PlacementTest;
 
 namespace {
 
-const std::wstring kHostile[] = {L"a\nERASE ALL",
-                                 L"a\rb",
-                                 L"\x1b"
-                                 L"ERASE",
-                                 L"a\tb",
-                                 L"^CERASE ALL",
-                                 L"^cU",
-                                 L"a\x7f"};
+const std::wstring kHostile[] = {L"a\nERASE ALL", L"a\rb", std::wstring(1, L'\x1b') + L"ERASE", L"a\tb", L"^CERASE ALL",
+                                 L"^cU",          L"a\x7f"};
 
 } // namespace
 
