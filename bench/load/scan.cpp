@@ -2,57 +2,32 @@
 // how it grows with the library.
 #include "bench/Floors.h"
 #include "bench/Harness.h"
+#include "bench/Subject.h"
 #include "bench/load/Library.h"
 
 #include "tessaro/catalogue/MainCache.h"
 #include "tessaro/host/ModuleState.h"
-#include "tessaro/platform/Text.h"
-#include "tessaro/reading/DrawingType.h"
 #include "tessaro/reading/Examine.h"
 #include "tessaro/reading/Loader.h"
-#include "tessaro/reading/PreviewSection.h"
 #include "tests/support/RecorderWindow.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 #include <string>
 
 namespace {
 
+using bench::Examined;
+using bench::Subject;
+
 constexpr double kFirstScanBound = 1.3, kRestartBound = 1.5, kMemoryBound = 300;
 constexpr std::int32_t kWentThrough = 123;
 constexpr int kRestartPasses = 3;
 
-/// One drawing as the parts of an examination take it.
-struct Subject {
-    std::wstring path;
-    std::string native;
-    std::int32_t fileType = 0;
-    bool isPng = false;
-    std::optional<PreviewBytes> preview;
-};
-
-Subject SubjectOf(const std::filesystem::path& file) {
-    Subject subject;
-    subject.native = file.native();
-    subject.path = platform::FromNarrow(subject.native);
-    platform::File drawing(subject.path, platform::File::modeRead);
-    std::array<std::uint8_t, kMagicSize> magic{};
-    drawing.Read(magic.data(), magic.size());
-    subject.fileType = DrawingType(magic);
-    if (subject.fileType >= 14) {
-        const PreviewSection section = ReadPreviewSection(drawing);
-        subject.isPng = section.isPng;
-        subject.preview = ReadSectionImage(drawing, section);
-    }
-    return subject;
-}
-
 std::vector<Subject> SubjectsOf(const std::filesystem::path& folder) {
     std::vector<Subject> subjects;
     for (const auto& entry : std::filesystem::directory_iterator(folder))
-        subjects.push_back(SubjectOf(entry.path()));
+        subjects.push_back(Examined(entry.path()));
     return subjects;
 }
 

@@ -2,50 +2,24 @@
 
 #include "bench/Floors.h"
 #include "bench/Harness.h"
+#include "bench/Subject.h"
 #include "bench/reading/Reading.h"
 #include "tessaro/host/ModuleState.h"
-#include "tessaro/platform/Text.h"
-#include "tessaro/reading/DrawingType.h"
 #include "tessaro/reading/Examine.h"
-#include "tessaro/reading/PreviewSection.h"
 
 #include <algorithm>
-#include <array>
 #include <ctime>
 #include <fstream>
 #include <functional>
 
 namespace {
 
+using bench::Examined;
+using bench::Subject;
+
 constexpr int kDrawings = 5000, kFolders = 20;
 constexpr double kFirstScanBound = 1.3, kLoadBound = 0.4, kRenderBound = 0.25;
 constexpr int kRepeats = 7;
-
-/// One drawing as the parts take it.
-struct Subject {
-    std::wstring path;
-    std::string native;
-    std::int32_t fileType = 0;
-    bool isPng = false;
-    std::optional<PreviewBytes> preview;
-    MarkPoints points;
-};
-
-Subject Examined(const std::filesystem::path& file) {
-    Subject subject;
-    subject.native = file.native();
-    subject.path = platform::FromNarrow(subject.native);
-    platform::File drawing(subject.path, platform::File::modeRead);
-    std::array<std::uint8_t, kMagicSize> magic{};
-    drawing.Read(magic.data(), magic.size());
-    subject.fileType = DrawingType(magic);
-    if (subject.fileType >= 14) {
-        const PreviewSection section = ReadPreviewSection(drawing);
-        subject.isPng = section.isPng;
-        subject.preview = ReadSectionImage(drawing, section);
-    }
-    return subject;
-}
 
 double ThreadSeconds() {
     timespec time{};
