@@ -75,6 +75,7 @@ LargeCatalogue::LargeCatalogue(std::size_t folders) {
     columnWidths = {140, 35, 150, 60, 105, 105};
     dirColumnWidths = {80, 40, 20};
     setupEvent.SetEvent();
+    loader.pause = 0; // A close leaves it raised for the next worker; the passes over the library have none.
     for (std::size_t folder = 0; folder < std::min(folders, LibraryFolders().size()); ++folder) {
         auto* const directory = new Directory;
         directory->path = platform::FromNarrow(LibraryFolders()[folder].native());
