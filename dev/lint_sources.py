@@ -15,8 +15,10 @@ import sys
 
 BUILD = pathlib.Path("build")
 STAMPS = BUILD / "lint"
+# The analyzer's core checks run also where .clang-tidy switches them off; one of them must then not be made an error.
+FATAL = "*,-clang-analyzer-core.uninitialized.Assign"
 TIDY = ["clang-tidy-16", "-p", str(BUILD), "--quiet", "--extra-arg=-Wno-unknown-warning-option",
-        "--extra-arg=-Wno-shadow", "--warnings-as-errors=*"]
+        "--extra-arg=-Wno-shadow", f"--warnings-as-errors={FATAL}"]
 
 
 def compile_commands():

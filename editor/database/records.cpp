@@ -63,7 +63,7 @@ int AcDbLayerTableRecord::setColorIndex(std::uint16_t index) {
         return Acad::eNotApplicable;
     if (index == editor::colourByBlock || index >= editor::colourByLayer)
         return Acad::eOutOfRange;
-    layer->color = {static_cast<std::int16_t>(isOff() ? -index : index)};
+    layer->color = {{static_cast<std::int16_t>(isOff() ? -index : index)}};
     impl()->object->changed();
     return eOk;
 }
