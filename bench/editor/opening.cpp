@@ -1,4 +1,5 @@
-// How long opening a large drawing keeps the window from answering, against reading it alone.
+// How long opening a large drawing keeps the window from answering, against reading it alone: twice, for the reading
+// and, when the event loop has had its turn, for the picture.
 #include "bench/Harness.h"
 #include "bench/editor/Window.h"
 
@@ -14,8 +15,8 @@ namespace {
 
 using namespace editor;
 
-// What the window does beside reading: the wireframe, the scene, the first picture.
-constexpr double kBound = 1.35;
+// Reading itself, with what a measurement strays by; and less than that for the picture.
+constexpr double kReadingBound = 1.1, kPictureBound = 1;
 
 void measure(bench::Table& table) {
     const std::filesystem::path file = bench::SharedDrawing("2018/Dynblocks.dwg");
@@ -32,20 +33,28 @@ void measure(bench::Table& table) {
             editor.documents().close(*open);
         QApplication::processEvents();
     };
-    const bench::Run opening{[&] {
-                                 if (editor.documents().open(file.wstring(), true) != eOk)
-                                     throw std::runtime_error("the drawing can't be opened");
-                                 QApplication::processEvents();
-                                 window.repaint();
-                             },
-                             closeAll};
+    const auto open = [&] {
+        if (editor.documents().open(file.wstring(), true) != eOk)
+            throw std::runtime_error("the drawing can't be opened");
+    };
+    const auto showIt = [&] {
+        QApplication::processEvents();
+        window.repaint();
+    };
+    const bench::Run opening{open, closeAll};
+    const bench::Run picture{showIt, [&] {
+                                 closeAll();
+                                 open();
+                             }};
     std::unique_ptr<AcDbDatabase> database;
     const bench::Run reading{[&] {
                                  if (database->readDwgFile(file.wstring().c_str()) != eOk)
                                      throw std::runtime_error("the drawing can't be read");
                              },
                              [&] { database = std::make_unique<AcDbDatabase>(false, false); }};
-    table.Ratio("opening 2018/Dynblocks.dwg / reading it", kBound, opening, reading);
+    table.Ratio("opening 2018/Dynblocks.dwg / reading it", kReadingBound, opening, reading);
+    closeAll();
+    table.Ratio("the picture after it / reading it", kPictureBound, picture, reading);
     closeAll();
     editor.setWindow(nullptr);
 }

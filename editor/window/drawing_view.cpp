@@ -57,14 +57,33 @@ QColor DrawingView::contrast() const {
     return background.lightness() > 127 ? Qt::black : Qt::white;
 }
 
-void DrawingView::setWireframe(const Wireframe& wireframe) {
-    scene = DrawingScene(wireframe);
-    if (fitted)
-        zoomExtents();
+void DrawingView::setSource(std::function<Wireframe()> function) {
+    source = std::move(function);
+    outdate();
+}
+
+void DrawingView::outdate() {
+    isOutdated = true;
     repaintScene(false);
 }
 
+void DrawingView::bringUpToDate() {
+    if (!isOutdated)
+        return;
+    isOutdated = false;
+    scene = DrawingScene(source());
+    if (fitted)
+        fit();
+}
+
 void DrawingView::zoomExtents() {
+    fitted = true;
+    if (!isOutdated)
+        fit();
+    repaintScene(false);
+}
+
+void DrawingView::fit() {
     const Extents& extents = scene.extents();
     projection.size = size();
     if (extents.empty) {
@@ -77,11 +96,18 @@ void DrawingView::zoomExtents() {
         const double scale = margin * std::min(width() / std::max(spanX, 1e-9), height() / std::max(spanY, 1e-9));
         projection.scale = std::isfinite(scale) && scale > leastScale && scale < 1e6 ? scale : 1;
     }
-    fitted = true;
-    repaintScene(false);
 }
 
-View DrawingView::view() const {
+View DrawingView::view() {
+    bringUpToDate();
+    return viewNow();
+}
+
+std::optional<View> DrawingView::chosenView() const {
+    return fitted ? std::nullopt : std::optional(viewNow());
+}
+
+View DrawingView::viewNow() const {
     const QRectF seen = projection.visible();
     return {{projection.centre.x(), projection.centre.y(), 0}, seen.width(), seen.height()};
 }
@@ -126,7 +152,8 @@ void DrawingView::highlight(std::vector<AcDbObjectId> objects) {
     repaintScene(false);
 }
 
-AcDbObjectId DrawingView::objectAt(const AcGePoint3d& point) const {
+AcDbObjectId DrawingView::objectAt(const AcGePoint3d& point) {
+    bringUpToDate();
     return scene.objectAt(projection.toSurface(point.x, point.y), projection, pickDistance);
 }
 
@@ -139,6 +166,7 @@ void DrawingView::repaintScene(bool moving) {
 }
 
 void DrawingView::paintPicture() {
+    bringUpToDate();
     const qreal ratio = devicePixelRatioF();
     picture = QPixmap(size() * ratio);
     picture.setDevicePixelRatio(ratio);
@@ -314,7 +342,7 @@ void DrawingView::leaveEvent(QEvent*) {
 void DrawingView::resizeEvent(QResizeEvent*) {
     projection.size = size();
     if (fitted)
-        zoomExtents();
+        fit();
     repaintScene(false);
 }
 

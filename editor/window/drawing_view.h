@@ -22,7 +22,8 @@ using Snapper = std::function<std::optional<Snap>(const AcGePoint3d& near, doubl
 
 /// Shows the model space of a drawing from above: the wheel zooms at the pointer, the middle button drags (a double
 /// click of it shows the whole drawing), a click with the left button picks a point. Holds copies of what it draws,
-/// never the drawing.
+/// never the drawing; it takes them from its source when it is painted or asked for the first time after a change, so
+/// that a change costs whoever makes it nothing.
 ///
 /// The drawing itself is painted once for each view into a picture; pointer, cross-hair, rubber band and ghost are
 /// painted over it. While the view moves it is painted without smoothing, which follows when it rests.
@@ -34,10 +35,15 @@ public:
 
     /// Red in the low byte, as the host tells its colours.
     void setBackground(std::uint32_t colourWord);
-    void setWireframe(const Wireframe& wireframe);
+    /// What gives the wireframe that is to be seen; it is out of date at first.
+    void setSource(std::function<Wireframe()> function);
+    /// The source has something else to give by now.
+    void outdate();
     /// The whole drawing, with a small margin.
     void zoomExtents();
-    View view() const;
+    View view();
+    /// The view that was zoomed or dragged to; nothing while it is the whole drawing.
+    std::optional<View> chosenView() const;
     /// Shows all of that part of the model, and what else fits the widget's shape.
     void setView(const View& part);
     /// What a prompt shows at the pointer: a line or a rectangle from its base, a ghost.
@@ -47,7 +53,7 @@ public:
     void setSnapper(Snapper function) { snapper = std::move(function); }
     void highlight(std::vector<AcDbObjectId> objects);
     /// The object whose drawing passes nearest to the point, within a few pixels; null without one.
-    AcDbObjectId objectAt(const AcGePoint3d& point) const;
+    AcDbObjectId objectAt(const AcGePoint3d& point);
 
 signals:
     void pointPicked(double x, double y, double z);
@@ -66,6 +72,10 @@ protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void bringUpToDate();
+    /// Shows all of the scene, which is up to date.
+    void fit();
+    View viewNow() const;
     /// The picture is to be painted anew; roughly while the view moves.
     void repaintScene(bool moving);
     void paintPicture();
@@ -77,6 +87,8 @@ private:
     std::optional<Snap> snapAt(const QPointF& place) const;
     QColor contrast() const;
 
+    std::function<Wireframe()> source;
+    bool isOutdated = false;
     DrawingScene scene;
     DrawingScene ghostScene;
     std::optional<Ghost> ghost;

@@ -78,6 +78,10 @@ MainWindow::MainWindow()
     statusBar()->addPermanentWidget(snaps);
     makeMenus();
 
+    drawing->setSource([] {
+        const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
+        return document == nullptr ? Wireframe() : wireframeOfModelSpace(*document->database());
+    });
     drawing->setSnapper(
         [this](const AcGePoint3d& near, double reach) { return runningSnap(drawing->objectAt(near), near, reach); });
     connect(drawing, &DrawingView::pointPicked, this, [this](double x, double y, double z) {
@@ -254,7 +258,7 @@ void MainWindow::setView(const View& part) {
 }
 
 void MainWindow::regenerate() {
-    refresh();
+    drawing->outdate();
 }
 
 void MainWindow::highlight(const std::vector<AcDbObjectId>& objects) {
@@ -266,15 +270,15 @@ void MainWindow::documentsChanged() {
     const QString name = document == nullptr ? QString() : QString::fromWCharArray(document->fileName());
     setWindowTitle(name.isEmpty() ? QString("Drawing Editor") : QFileInfo(name).fileName() + " - Drawing Editor");
     fillTabs();
-    if (document == shown) {
-        refresh();
+    drawing->outdate();
+    if (document == shown)
         return;
-    }
-    if (shown != nullptr)
-        views[shown] = drawing->view();
+    if (const auto view = drawing->chosenView())
+        views.insert_or_assign(shown, *view);
+    else
+        views.erase(shown);
     shown = document;
     drawing->highlight({});
-    refresh();
     if (const auto before = views.find(document); before != views.end())
         drawing->setView(before->second);
     else
@@ -325,20 +329,15 @@ void MainWindow::setLightBackground(bool light) {
 }
 
 void MainWindow::drawingChanged() {
-    // Several commands in a row cost one look at the drawing.
-    if (refreshing)
+    drawing->outdate();
+    // Several commands in a row cost one look at the tabs.
+    if (tabsOutdated)
         return;
-    refreshing = true;
+    tabsOutdated = true;
     QTimer::singleShot(0, this, [this] {
-        refreshing = false;
-        refresh();
+        tabsOutdated = false;
         fillTabs();
     });
-}
-
-void MainWindow::refresh() {
-    const AcApDocument* document = acDocManagerPtr() == nullptr ? nullptr : acDocManagerPtr()->mdiActiveDocument();
-    drawing->setWireframe(document == nullptr ? Wireframe() : wireframeOfModelSpace(*document->database()));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

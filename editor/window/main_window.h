@@ -71,7 +71,6 @@ private:
     void start(const QString& command);
     void give(UserEvent event);
     void send(const QString& text);
-    void refresh();
     void fillTabs();
     void activateTab(int tab);
     void closeTab(int tab);
@@ -90,7 +89,7 @@ private:
     QEventLoop* loop = nullptr; // of the innermost next()
     bool atCommandPrompt = false;
     bool interactive = true;
-    bool refreshing = false;
+    bool tabsOutdated = false;
 };
 
 } // namespace editor

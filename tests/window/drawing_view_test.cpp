@@ -15,12 +15,14 @@ using namespace editor;
 struct DrawingViewTest : testing::Test {
     DrawingViewTest() {
         view.resize(400, 300);
-        Wireframe wireframe;
         Stroke frame;
         frame.points = {{0, 0, 0}, {100, 0, 0}, {100, 50, 0}, {0, 50, 0}, {0, 0, 0}};
         frame.entity = {nullptr, 5};
         wireframe.strokes = {frame};
-        view.setWireframe(wireframe);
+        view.setSource([this] {
+            ++sourceAsked;
+            return wireframe;
+        });
         view.show();
         view.zoomExtents();
     }
@@ -34,6 +36,8 @@ struct DrawingViewTest : testing::Test {
                           false);
         QCoreApplication::sendEvent(&view, &event);
     }
+    Wireframe wireframe;
+    int sourceAsked = 0;
     DrawingView view;
 };
 
@@ -41,6 +45,35 @@ TEST_F(DrawingViewTest, ShowsTheWholeDrawingWithAMargin) {
     EXPECT_NEAR(view.view().center.x, 50, 1e-9);
     EXPECT_NEAR(view.view().center.y, 25, 1e-9);
     EXPECT_NEAR(view.view().width, 100 / 0.94, 1e-9);
+}
+
+TEST_F(DrawingViewTest, AChangeIsLookedAtOnceWhenItIsPaintedOrAskedFor) {
+    view.view();
+    const int before = sourceAsked;
+    wireframe.strokes.front().points[2] = {100, 150, 0};
+    view.outdate();
+    view.outdate();
+    EXPECT_EQ(sourceAsked, before) << "whoever makes a change doesn't wait for its picture";
+    EXPECT_NEAR(view.view().center.y, 75, 1e-9) << "a view that was fitted is fitted anew";
+    EXPECT_EQ(sourceAsked, before + 1);
+    view.grab();
+    EXPECT_EQ(sourceAsked, before + 1);
+    view.outdate();
+    view.grab();
+    EXPECT_EQ(sourceAsked, before + 2);
+}
+
+TEST_F(DrawingViewTest, OnlyAViewThatWasZoomedIsAChosenOne) {
+    EXPECT_FALSE(view.chosenView());
+    turnWheel(place(50, 25), 120);
+    const auto zoomed = view.chosenView();
+    ASSERT_TRUE(zoomed);
+    wireframe.strokes.front().points[2] = {100, 150, 0};
+    view.outdate();
+    EXPECT_EQ(view.view().center.y, zoomed->center.y) << "a change doesn't move it";
+    view.zoomExtents();
+    EXPECT_FALSE(view.chosenView());
+    EXPECT_NEAR(view.view().center.y, 75, 1e-9);
 }
 
 TEST_F(DrawingViewTest, AClickPicksThePointUnderIt) {
