@@ -12,7 +12,7 @@ namespace {
 using namespace editor;
 
 struct NewRay : AcDbEntity {
-    NewRay(std::uint16_t type, dwg::Ray body) : AcDbEntity(Impl::freshEntity(desc(), type, std::move(body))) {}
+    NewRay(std::uint16_t type, const dwg::Ray& body) : AcDbEntity(Impl::freshEntity(desc(), type, body)) {}
 };
 
 class Selecting : public testing::Test {

@@ -146,7 +146,7 @@ TEST_F(QuickPicTest, OfADrawingThatIsGoneTheListsPictureIsShownTwiceAsLarge) {
         QuickPic* const popup = Open(dlg);
         ASSERT_NE(popup, nullptr);
         const Picture& shown = popup->Shown();
-        const auto at = [&](int x, int y) { return shown.pixels[static_cast<std::size_t>((y * 260 + x) * 3)]; };
+        const auto at = [&](std::size_t x, std::size_t y) { return shown.pixels[(y * 260 + x) * 3]; };
         EXPECT_EQ(at(0, 0), 255);
         EXPECT_EQ(at(257, 187), 255);
         EXPECT_EQ(at(259, 95), 0) << "the column past the picture is the bitmap's own";

@@ -18,7 +18,7 @@ struct Screen : testing::Test {
             folder.write(std::string("furniture/") + name + ".dwg", "AC1015" + std::string(200, '\0'));
     }
     /// Takes the portrait with those options; what stands where.
-    std::map<std::string, QRect> Take(QStringList options) {
+    std::map<std::string, QRect> Take(const QStringList& options) {
         const QString out = QString::fromStdString(folder.path().string());
         QProcess portrait;
         portrait.start(TESSARO_BIN_DIR "/browser_portrait",

@@ -90,8 +90,8 @@ std::string Unpacked(const std::string& container) {
     if (container.size() < 16)
         return {};
     uLongf length = 0;
-    for (int i = 3; i >= 0; --i)
-        length = length << 8 | static_cast<unsigned char>(container[static_cast<std::size_t>(8 + i)]);
+    for (std::size_t i = 12; i-- > 8;)
+        length = length << 8 | static_cast<unsigned char>(container[i]);
     std::string plain(length, '\0');
     EXPECT_EQ(uncompress(reinterpret_cast<Bytef*>(plain.data()), &length,
                          reinterpret_cast<const Bytef*>(container.data() + 16), container.size() - 16),
