@@ -119,7 +119,7 @@ TEST(EntityLines, OfRealDrawingsOfEveryReleaseCountLikeTheFacts) {
         EXPECT_EQ(run.errors, "") << name;
         EXPECT_THAT(run.out, testing::Not(HasSubstr("?"))) << name << ": every reference leads somewhere";
         std::map<std::string, int> expected;
-        for (const QJsonValue& block : facts[name].toObject()["blocks"].toObject()) {
+        for (const QJsonValue block : facts[name].toObject()["blocks"].toObject()) {
             const QJsonObject types = block.toObject()["types"].toObject();
             for (const QString& type : types.keys())
                 expected[type == "UNKNOWN_ENT" ? "ACAD_TABLE" : type.toStdString()] += types[type].toInt();

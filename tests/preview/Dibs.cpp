@@ -1,5 +1,6 @@
 #include "tests/preview/Dibs.h"
 
+#include <cstddef>
 #include <ostream>
 
 namespace tests {
@@ -70,7 +71,8 @@ Rgb colourOf(std::uint32_t colourWord) {
 }
 
 std::uint32_t wordAt(const Picture& picture, int x, int y) {
-    const auto* pixel = &picture.pixels.at(static_cast<std::size_t>((y * picture.width + x) * 3));
+    const std::ptrdiff_t place = std::ptrdiff_t{y} * picture.width + x;
+    const auto* pixel = &picture.pixels.at(static_cast<std::size_t>(place) * 3);
     return pixel[0] | static_cast<std::uint32_t>(pixel[1]) << 8 | static_cast<std::uint32_t>(pixel[2]) << 16;
 }
 

@@ -22,9 +22,9 @@ std::vector<double> plainRecord(double x, double y) {
 
 PreviewBytes previewOf(std::int32_t width, std::int32_t height) {
     PreviewBytes preview(kDibHeaderSize, 0);
-    for (int i = 0; i < 4; ++i) {
-        preview[static_cast<std::size_t>(4 + i)] = static_cast<std::uint8_t>(width >> (8 * i));
-        preview[static_cast<std::size_t>(8 + i)] = static_cast<std::uint8_t>(height >> (8 * i));
+    for (std::size_t i = 0; i < 4; ++i) {
+        preview[4 + i] = static_cast<std::uint8_t>(width >> (8 * i));
+        preview[8 + i] = static_cast<std::uint8_t>(height >> (8 * i));
     }
     return preview;
 }
@@ -38,7 +38,7 @@ protected:
     bool load(bool wantInsPts = true, bool withPreview = true) {
         return LoadDrawing(L"/library/a.dwg", block, wantInsPts, withPreview ? &preview : nullptr, points);
     }
-    void answerRecords(std::vector<double> numbers) {
+    void answerRecords(const std::vector<double>& numbers) {
         answer = [numbers](HelperCall& call) {
             call.numbers = numbers;
             return answerPlainly(call);
