@@ -156,7 +156,7 @@ TEST_F(PictureFiles, APassThatWasInterruptedStaysDirtyThroughAFreeAndTheNextSave
     loader.pause = 0;
     window.onDirectoryCell = [&](int, const std::wstring& text) {
         if (text == L"V")
-            answer = [this](tests::HelperCall&) {
+            answer = [](tests::HelperCall&) {
                 ++loader.pause; // while the first drawing is examined
                 return kHelperFalse;
             };
