@@ -17,6 +17,9 @@ set(CMAKE_INSTALL_RPATH $ORIGIN)
 # No NDEBUG: our checks stay on in what users run.
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1")
 set(CMAKE_CXX_FLAGS_DEBUG "-O0 -g1")
+if(TESSARO_FUZZ)
+  set(CMAKE_CXX_FLAGS_DEBUG "-O1 -g1") # executions count
+endif()
 
 add_compile_options(-Wall -Wextra -Wnon-virtual-dtor)
 # The product's compiler decides what is an error; the other one serves lint, fuzzing and sanitizers, and takes names of
