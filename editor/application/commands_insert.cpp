@@ -50,7 +50,7 @@ public:
         const AcDbObjectId reference = Placing(editor).placeEvenly(block);
         std::vector<AcDbObjectId> pieces;
         if (explodeReference(reference, pieces) != Explosion::Done)
-            throw CommandFailed{L"The block can't be taken apart."};
+            throw CommandFailed{L"The block \"" + recordName(block) + L"\" can't be taken apart."};
     }
 
 private:

@@ -101,7 +101,7 @@ void askForVariable(Editor& editor, const std::wstring& name) {
     while (const auto value = newValue(editor.commandLine(), prompt, *present)) {
         if (editor.variables().set(name, *value))
             return;
-        editor.console().printLine(L"This value is not accepted.");
+        editor.console().printLine(name + L" does not take this value.");
     }
 }
 

@@ -44,7 +44,7 @@ void Reactors::tell(const std::function<void(AcEditorReactor&)>& event) {
         } catch (const std::exception& error) {
             console.printFault(L"A reactor failed: " + fromNarrow(error.what()));
         } catch (...) {
-            console.printFault(L"A reactor failed.");
+            console.printFault(L"A reactor failed by an exception of no known kind.");
         }
     }
 }

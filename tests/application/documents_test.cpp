@@ -377,7 +377,7 @@ TEST(Variables, TheCommandListsAndSetsThem) {
                            L"SETVAR INSBASE 1,2,3 SETVAR NOSUCH\n");
     EXPECT_TRUE(session.said("CMDDIA = 1\nFILEDIA = 1\n"));
     EXPECT_EQ(session.variable(L"FILEDIA"), "0");
-    EXPECT_TRUE(session.said("This value is not accepted."));
+    EXPECT_TRUE(session.said("FILEDIA does not take this value."));
     EXPECT_TRUE(session.said("DWGNAME = \"Drawing1.dwg\" (read only)"));
     EXPECT_EQ(session.database().insbase().z, 3);
     EXPECT_THAT(session.faults(), ElementsAre("SETVAR failed"));
