@@ -47,6 +47,12 @@ int load(AcDbDatabase& database, dwg::Handle handle, const ReferenceFinder& find
             (void)load(*drawing, nested.block.handle, find, chain);
     }
     chain.pop_back();
+    // Its drawing's own base point is what lies at a reference's insertion point.
+    if (const dwg::Point3 base = drawing->impl()->header.INSBASE; !(base == block->basePoint)) {
+        dwg::Object& record = *state.change(handle);
+        record.as<dwg::BlockHeader>()->basePoint = base;
+        record.changed();
+    }
     state.references[handle] = std::move(drawing);
     return eOk;
 }

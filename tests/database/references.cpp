@@ -22,6 +22,11 @@ protected:
         return std::filesystem::exists(std::filesystem::path(file)) ? std::optional(file) : std::nullopt;
     }
 
+    std::pair<double, double> endOfFirstStroke() const {
+        const AcGePoint3d end = editor::wireframeOfModelSpace(host).strokes.at(0).points.at(1);
+        return {end.x, end.y};
+    }
+
     TemporaryFolder folder;
     AcDbDatabase host;
 };
@@ -114,6 +119,21 @@ TEST_F(References, AreDrawnWhereTheirReferencesLieAndMarkedAsForeign) {
     EXPECT_EQ(shown.strokes[0].points[1].y, 100);
     EXPECT_EQ(shown.strokes[1].colour, 1);
     EXPECT_FALSE(shown.strokes[2].foreign);
+}
+
+TEST_F(References, LieWithTheBasePointOfTheirDrawingAtTheirInsertionPoint) {
+    AcDbDatabase plan;
+    appendToModel(plan, new AcDbLine({}, {1, 0, 0}));
+    plan.setInsbase({1, 2, 0});
+    AcDbObjectId block;
+    editor::attachReference(host, L"plan", save("plan.dwg", plan), false, block);
+    appendToModel(host, new AcDbBlockReference({5, 5, 0}, block));
+    ASSERT_EQ(editor::loadReference(block, find), eOk);
+    EXPECT_EQ(endOfFirstStroke(), std::pair(5.0, 3.0));
+    plan.setInsbase({1, 0, 0});
+    save("plan.dwg", plan);
+    ASSERT_EQ(editor::loadReference(block, find), eOk);
+    EXPECT_EQ(endOfFirstStroke(), std::pair(5.0, 5.0)) << "a reload takes the new one";
 }
 
 TEST_F(References, TellWhatIsWrong) {
