@@ -1,10 +1,9 @@
 // The program itself in batch mode, as a child process.
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 namespace {
 
@@ -23,15 +22,9 @@ protected:
         const std::string line = "cd '" + folder.path().string() +
                                  "' && env -u DISPLAY -u WAYLAND_DISPLAY -u QT_QPA_PLATFORM timeout 100 '" +
                                  TESSARO_BIN_DIR "/tessaro-editor' " + arguments + " 2>/dev/null";
-        FILE* const out = popen(line.c_str(), "r");
-        if (out == nullptr)
-            return -1;
-        transcript.clear();
-        char buffer[4096];
-        while (const std::size_t size = std::fread(buffer, 1, sizeof buffer, out))
-            transcript.append(buffer, size);
-        const int status = pclose(out);
-        return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+        const tests::ShellRun run = tests::runShell(line);
+        transcript = run.output;
+        return run.status;
     }
 
     tests::TemporaryFolder folder;

@@ -1,12 +1,11 @@
 // Buttons of applications: the editor's two places for them, and the ribbon of its window with the block library's.
 #include "editor/sdk/buttons.h"
 #include "tests/application/EditorSession.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <cstdio>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/wait.h>
 
 namespace {
 
@@ -81,15 +80,8 @@ std::string runProgram(const tests::TemporaryFolder& folder, const std::string& 
     const std::string line = "cd '" + folder.path().string() +
                              "' && HOME=. timeout 100 '" TESSARO_BIN_DIR "/tessaro-editor' --batch --script '" +
                              file.string() + "' 2>/dev/null";
-    std::string transcript;
-    FILE* const out = popen(line.c_str(), "r");
-    if (out == nullptr)
-        return transcript;
-    char buffer[4096];
-    while (const std::size_t size = std::fread(buffer, 1, sizeof buffer, out))
-        transcript.append(buffer, size);
-    const int status = pclose(out);
-    return transcript + "\nexit " + std::to_string(WIFEXITED(status) ? WEXITSTATUS(status) : -1);
+    const tests::ShellRun run = tests::runShell(line);
+    return run.output + "\nexit " + std::to_string(run.status);
 }
 
 TEST(Ribbon, TheBlockLibrarysButtonIsInItAndRunsTheCommand) {

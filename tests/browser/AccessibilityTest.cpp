@@ -3,9 +3,9 @@
 
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
+#include "tests/support/Shell.h"
 
 #include <QAccessible>
-#include <QProcess>
 #include <QTest>
 
 namespace {
@@ -39,11 +39,10 @@ struct Accessibility : Browser {
 };
 
 TEST_F(Accessibility, EverythingInTheSampleLibrarysWindowHasANameAndARole) {
-    QProcess samples;
-    samples.start(TESSARO_BIN_DIR "/tessaro-samples",
-                  {QString::fromStdString(folder.path().string()), "furniture", "electrical", "mechanical"});
-    ASSERT_TRUE(samples.waitForFinished(60'000));
-    ASSERT_EQ(samples.exitCode(), 0);
+    const tests::ShellRun samples =
+        tests::runShell("timeout 60 " TESSARO_BIN_DIR "/tessaro-samples " + tests::quoted(folder.path().string()) +
+                        " furniture electrical mechanical");
+    ASSERT_EQ(samples.status, 0) << samples.output;
     for (const wchar_t* name : {L"furniture", L"electrical", L"mechanical"}) {
         auto* const directory = new Directory;
         directory->path = (folder.path() / name).wstring();

@@ -6,9 +6,9 @@
 #include "tessaro/browser/QtUserInterface.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/Paths.h"
+#include "tests/support/Shell.h"
 
 #include <QApplication>
-#include <QProcess>
 #include <QTest>
 
 namespace {
@@ -144,12 +144,12 @@ TEST(HelpFile, ADamagedFileIsReadWithinItsBounds) {
 
 TEST(HelpFile, MoreThanOnePageIsFoundEachUnderItsName) {
     const tests::TemporaryFolder folder;
-    QStringList arguments{QString::fromStdString((folder.path() / "out.chm").string())};
+    std::string command = TESSARO_BIN_DIR "/tessaro-help " + tests::quoted((folder.path() / "out.chm").string());
     for (int page = 0; page < 12; ++page) {
         const std::string name = std::string(1, static_cast<char>('m' - page)) + ".html";
-        arguments << QString::fromStdString(folder.write(name, "page " + name + std::string(300, '.')).string());
+        command += " " + tests::quoted(folder.write(name, "page " + name + std::string(300, '.')).string());
     }
-    ASSERT_EQ(QProcess::execute(TESSARO_BIN_DIR "/tessaro-help", arguments), 0);
+    ASSERT_EQ(tests::runShell(command).status, 0);
     const std::string file = tests::readFile(folder.path() / "out.chm");
     for (char name = 'b'; name <= 'm'; ++name) {
         const std::string full = std::string(1, name) + ".html";

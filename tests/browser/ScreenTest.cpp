@@ -1,9 +1,9 @@
 // The dialog on screens of other sizes and scales, in a process of its own each.
 #include "tessaro/browser/DialogLayout.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <QImage>
-#include <QProcess>
 
 #include <fstream>
 #include <gtest/gtest.h>
@@ -18,13 +18,11 @@ struct Screen : testing::Test {
             folder.write(std::string("furniture/") + name + ".dwg", "AC1015" + std::string(200, '\0'));
     }
     /// Takes the portrait with those options; what stands where.
-    std::map<std::string, QRect> Take(const QStringList& options) {
-        const QString out = QString::fromStdString(folder.path().string());
-        QProcess portrait;
-        portrait.start(TESSARO_BIN_DIR "/browser_portrait",
-                       QStringList{out} + options + QStringList{out + "/furniture"});
-        EXPECT_TRUE(portrait.waitForFinished(60'000));
-        EXPECT_EQ(portrait.exitCode(), 0) << portrait.readAllStandardError().toStdString();
+    std::map<std::string, QRect> Take(const std::string& options) {
+        const std::string out = tests::quoted(folder.path().string());
+        const tests::ShellRun portrait = tests::runShell("timeout 60 " TESSARO_BIN_DIR "/browser_portrait " + out +
+                                                         " " + options + " " + out + "/furniture");
+        EXPECT_EQ(portrait.status, 0) << portrait.output;
         std::map<std::string, QRect> places;
         std::ifstream in(folder.path() / "controls.txt");
         std::string name;
@@ -37,14 +35,14 @@ struct Screen : testing::Test {
 };
 
 TEST_F(Screen, ADialogWiderThanTheScreenLosesExactlyTwentyPixels) {
-    const auto wide = Take({"--only", "none"});
+    const auto wide = Take("--only none");
     ASSERT_TRUE(wide.contains("window"));
     const int width = wide.at("window").width();
-    const auto fitting = Take({"--only", "none", "--width", QString::number(width)});
+    const auto fitting = Take("--only none --width " + std::to_string(width));
     for (const auto& [name, place] : wide)
         EXPECT_EQ(fitting.at(name).size(), place.size()) << name << ": not wider than the screen";
     for (const int screen : {width - 1, width / 2}) {
-        const auto narrow = Take({"--only", "none", "--width", QString::number(screen), "--height", "300"});
+        const auto narrow = Take("--only none --height 300 --width " + std::to_string(screen));
         for (const auto& [name, place] : wide) {
             const bool cut = name == "window" || name == "blockList" || name == "curtainList" || name == "Repeat" ||
                              name == "Xref/A" || name == "AmCatalog" || name == "Localize";
@@ -56,7 +54,7 @@ TEST_F(Screen, ADialogWiderThanTheScreenLosesExactlyTwentyPixels) {
 
 TEST_F(Screen, TheStartIsLoggedStepByStep) {
     std::filesystem::create_directory(folder.path() / "Log");
-    Take({"--only", "none"});
+    Take("--only none");
     std::string lines;
     for (const auto& file : std::filesystem::directory_iterator(folder.path() / "Log")) {
         std::istringstream in(tests::readFile(file.path()));
@@ -70,14 +68,14 @@ TEST_F(Screen, TheStartIsLoggedStepByStep) {
 }
 
 TEST_F(Screen, TheDialogStandsInTheMiddle) {
-    const QRect window = Take({"--only", "none"}).at("window");
+    const QRect window = Take("--only none").at("window");
     // Less what the window system may put around it.
     EXPECT_NEAR(window.center().x(), 960, 20);
     EXPECT_NEAR(window.center().y(), 600, 50);
 }
 
 TEST_F(Screen, AtTwiceTheScaleEveryPixelOfAPictureIsASquareOfFour) {
-    const auto places = Take({"--only", "report", "--scale", "2"});
+    const auto places = Take("--only report --scale 2");
     const QImage seen = Picture("report.png");
     ASSERT_EQ(seen.size(), places.at("window").size() * 2);
     // The view button's artwork stands at (2, 2), the first row's picture at (2, 2) below the headings.
@@ -105,7 +103,7 @@ TEST_F(Screen, AtTwiceTheScaleEveryPixelOfAPictureIsASquareOfFour) {
 }
 
 TEST_F(Screen, AtOneAndAHalfTheWindowIsPaintedWhole) {
-    const auto places = Take({"--scale", "1.5"});
+    const auto places = Take("--scale 1.5");
     const QSize expected(qRound(places.at("window").width() * 1.5), qRound(places.at("window").height() * 1.5));
     for (const char* name : {"report.png", "large.png", "small.png", "list.png", "selected.png", "menu.png"})
         EXPECT_EQ(Picture(name).size(), expected) << name;

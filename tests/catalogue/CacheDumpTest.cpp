@@ -5,6 +5,7 @@
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/MainCache.h"
 #include "tessaro/host/ModuleState.h"
+#include "tests/support/Shell.h"
 
 #include <gmock/gmock.h>
 
@@ -12,7 +13,6 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
-#include <sys/wait.h>
 
 using testing::HasSubstr;
 using testing::Not;
@@ -40,14 +40,9 @@ protected:
 
     /// What the program prints; its exit status goes to `status`.
     std::string Dump(const std::string& arguments) {
-        const std::string command = TESSARO_BIN_DIR "/cache-dump " + arguments + " 2>&1";
-        std::FILE* const pipe = popen(command.c_str(), "r");
-        std::string text;
-        char buffer[4096];
-        while (const std::size_t count = std::fread(buffer, 1, sizeof buffer, pipe))
-            text.append(buffer, count);
-        status = WEXITSTATUS(pclose(pipe));
-        return text;
+        const tests::ShellRun run = tests::runShell(TESSARO_BIN_DIR "/cache-dump " + arguments);
+        status = run.status;
+        return run.output;
     }
     std::string Name(const std::string& file) const { return (folder.path() / file).string(); }
 

@@ -3,10 +3,9 @@
 #include "editor/application/drawing.h"
 #include "editor/application/text.h"
 #include "editor/sdk/db.h"
+#include "tests/support/Shell.h"
 
-#include <cstdio>
 #include <memory>
-#include <sys/wait.h>
 
 namespace tests {
 
@@ -39,15 +38,9 @@ std::string ProgramTest::CommandLine(const std::string& script, const std::strin
 }
 
 int ProgramTest::Run(const std::string& script, const std::string& program, const std::string& more) {
-    FILE* const out = popen(("timeout 200 sh -c \"" + CommandLine(script, program, more) + "\"").c_str(), "r");
-    if (out == nullptr)
-        return -1;
-    transcript.clear();
-    char buffer[4096];
-    while (const std::size_t size = std::fread(buffer, 1, sizeof buffer, out))
-        transcript.append(buffer, size);
-    const int status = pclose(out);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    const ShellRun run = runShell("timeout 200 sh -c \"" + CommandLine(script, program, more) + "\"");
+    transcript = run.output;
+    return run.status;
 }
 
 std::string ProgramTest::Choose(const std::string& block, const std::string& options, const std::string& button) {

@@ -1,10 +1,10 @@
 #include "tests/database/database_support.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 #include <map>
 #include <numbers>
 #include <sstream>
@@ -15,14 +15,7 @@ using namespace dwg::object_type;
 namespace {
 
 std::string outputOf(const std::string& command) {
-    FILE* const pipe = ::popen((command + " 2>/dev/null").c_str(), "r");
-    std::string output;
-    char buffer[4096];
-    for (std::size_t count = 0; pipe != nullptr && (count = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;)
-        output.append(buffer, count);
-    if (pipe != nullptr)
-        ::pclose(pipe);
-    return output;
+    return runShell(command + " 2>/dev/null").output;
 }
 
 std::size_t countOf(const std::string& text, const std::string& part) {

@@ -3,10 +3,7 @@
 #include "tests/support/TemporaryFolder.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdio>
 #include <sstream>
-#include <sys/wait.h>
 
 namespace tests {
 
@@ -94,20 +91,8 @@ std::string withoutCode(const std::string& text) {
     return out;
 }
 
-std::pair<int, std::string> runShell(const std::string& command) {
-    FILE* const pipe = popen(("( " + command + "\n) 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return {-1, "no shell"};
-    std::string printed;
-    std::array<char, 4096> buffer{};
-    while (const std::size_t count = std::fread(buffer.data(), 1, buffer.size(), pipe))
-        printed.append(buffer.data(), count);
-    const int status = pclose(pipe);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, printed};
-}
-
 bool hasProgram(const std::string& name) {
-    return runShell("command -v " + name).first == 0;
+    return runShell("command -v " + name).status == 0;
 }
 
 } // namespace tests

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/support/Shell.h"
+
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -27,9 +29,6 @@ std::vector<std::pair<int, std::string>> proseLines(const std::string& document)
 
 /// The text without what stands between backticks.
 std::string withoutCode(const std::string& text);
-
-/// Runs a command line of the shell; its exit status and what it printed on both streams.
-std::pair<int, std::string> runShell(const std::string& command);
 
 /// Whether the shell finds that program.
 bool hasProgram(const std::string& name);

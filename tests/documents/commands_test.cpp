@@ -23,7 +23,7 @@ protected:
         fs::create_directory(place.path() / "home");
     }
 
-    std::pair<int, std::string> run(const std::string& lines) const {
+    tests::ShellRun run(const std::string& lines) const {
         const std::string where = place.path().string();
         place.write("lines.sh", lines);
         return tests::runShell("cd '" + where + "' && env -u DISPLAY -u WAYLAND_DISPLAY HOME='" + where +
@@ -50,7 +50,7 @@ TEST_F(Commands, OfTheDocumentsAreCarriedOut) {
 
 TEST_F(Commands, ScriptsOfTheDocumentsAreCarriedOutByTheEditor) {
     int executed = 0;
-    ASSERT_EQ(run("tessaro-samples lib doors furniture").first, 0);
+    ASSERT_EQ(run("tessaro-samples lib doors furniture").status, 0);
     const std::string library = (place.path() / "lib/furniture").string();
     place.write("lib/tessaro35.ini", "[Paths]\nNumPaths=1\nPath1=" + library + "\n[" + library +
                                          "]\nDescription=Furniture\n" +

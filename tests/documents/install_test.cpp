@@ -29,7 +29,7 @@ protected:
         ASSERT_EQ(status, 0) << printed;
         fs::create_directory(place.path() / "home");
     }
-    std::pair<int, std::string> run(const std::string& command) const {
+    tests::ShellRun run(const std::string& command) const {
         const std::string where = place.path().string();
         return tests::runShell("cd '" + where + "/home' && PATH='" + (prefix / "bin").string() +
                                ":'\"$PATH\" env -u DISPLAY -u WAYLAND_DISPLAY -u XDG_DATA_HOME -u XDG_DOCUMENTS_DIR " +
@@ -41,7 +41,7 @@ protected:
 };
 
 TEST_F(Installed, TheEditorFindsModuleHelperAndHelpInTheInstalledTree) {
-    ASSERT_EQ(run("tessaro-samples . title-blocks").first, 0);
+    ASSERT_EQ(run("tessaro-samples . title-blocks").status, 0);
     place.write("home/try.scr",
                 "TESSARO\n> click Add\n> answer title-blocks\n> wait-until blockList North-Arrow\n"
                 "> wait-until blockList \"North arrow\"\n> click Help\n> select North-Arrow in blockList\n"
@@ -55,8 +55,8 @@ TEST_F(Installed, TheEditorFindsModuleHelperAndHelpInTheInstalledTree) {
     EXPECT_TRUE(fs::exists(place.path() / "home/Documents/Tessaro/tessaro35.ini") ||
                 fs::exists(place.path() / "home/Tessaro/tessaro35.ini"))
         << "settings go to the user's documents, not into the installed tree";
-    EXPECT_EQ(run("tessaro-examine title-blocks/North-Arrow.dwg | grep -q 'North arrow'").first, 0);
-    EXPECT_EQ(run("tessaro-thumbnailer title-blocks/North-Arrow.dwg arrow.png -s 64").first, 0);
+    EXPECT_EQ(run("tessaro-examine title-blocks/North-Arrow.dwg | grep -q 'North arrow'").status, 0);
+    EXPECT_EQ(run("tessaro-thumbnailer title-blocks/North-Arrow.dwg arrow.png -s 64").status, 0);
 }
 
 TEST_F(Installed, EveryProgramHasItsManualPageItsCompletionAndNoPathOfTheBuild) {
@@ -64,7 +64,8 @@ TEST_F(Installed, EveryProgramHasItsManualPageItsCompletionAndNoPathOfTheBuild) 
         EXPECT_TRUE(fs::is_symlink(prefix / "bin" / name)) << name;
         EXPECT_TRUE(fs::exists(prefix / "bin" / name)) << name << " leads nowhere";
         EXPECT_EQ(
-            run("gzip -dc '" + (prefix / "share/man/man1" / (name + ".1.gz")).string() + "' | grep -q '^.TH'").first, 0)
+            run("gzip -dc '" + (prefix / "share/man/man1" / (name + ".1.gz")).string() + "' | grep -q '^.TH'").status,
+            0)
             << name;
         EXPECT_TRUE(fs::exists(prefix / "share/bash-completion/completions" / name)) << name;
     }

@@ -29,7 +29,7 @@ std::string manualText(const std::string& page) {
 class Spelling : public testing::Test {
 protected:
     void SetUp() override {
-        if (!tests::hasProgram("aspell") || tests::runShell("aspell dicts | grep -qx en_GB").first != 0)
+        if (!tests::hasProgram("aspell") || tests::runShell("aspell dicts | grep -qx en_GB").status != 0)
             GTEST_SKIP() << "aspell with its British dictionary is not installed";
         std::istringstream list(tests::documentText("docs/words.txt"));
         std::string words = "personal_ws-1.1 en 0 utf-8\n";

@@ -42,7 +42,7 @@ protected:
                 text += line + "\n";
         return text;
     }
-    std::pair<int, std::string> run(const std::string& command) const {
+    tests::ShellRun run(const std::string& command) const {
         const std::string where = place.path().string();
         return tests::runShell("cd '" + where + "' && PATH='" TESSARO_BIN_DIR ":'\"$PATH\" env -u DISPLAY -u " +
                                "WAYLAND_DISPLAY -u XDG_DATA_HOME -u XDG_DOCUMENTS_DIR HOME='" + where +
@@ -53,7 +53,7 @@ protected:
 };
 
 TEST_F(Tour, IsCarriedOutAndLeavesDrawingsASheetAndPictures) {
-    ASSERT_EQ(run("tessaro-samples library").first, 0);
+    ASSERT_EQ(run("tessaro-samples library").status, 0);
     const auto [status, transcript] = run("tessaro-editor --batch --script tour.scr library/Flat.dwg");
     ASSERT_EQ(status, 0) << transcript;
 
@@ -66,14 +66,14 @@ TEST_F(Tour, IsCarriedOutAndLeavesDrawingsASheetAndPictures) {
         EXPECT_THAT(tests::readFile(place.path() / (std::string(picture) + ".png")), HasSubstr("PNG")) << picture;
 
     const auto placed = run("drawing-facts Placed.dwg");
-    EXPECT_EQ(placed.first, 0);
-    EXPECT_THAT(placed.second, HasSubstr("\"AC1015\""));
+    EXPECT_EQ(placed.status, 0);
+    EXPECT_THAT(placed.output, HasSubstr("\"AC1015\""));
     for (const char* const layer : {"A-FURN", "A-DOOR", "A-NOTE"})
-        EXPECT_THAT(placed.second, HasSubstr("\"" + std::string(layer) + "\"")) << layer;
+        EXPECT_THAT(placed.output, HasSubstr("\"" + std::string(layer) + "\"")) << layer;
     for (const char* const block : {"Sofa-3", "Bookshelf", "Stool", "Dining-Table-6", "Door-900", "Round-Table-4"})
-        EXPECT_THAT(placed.second, HasSubstr("\"" + std::string(block) + "\"")) << block;
-    EXPECT_THAT(run("drawing-facts Placed-2018.dwg").second, HasSubstr("\"AC1032\""));
-    EXPECT_THAT(run("tessaro-examine library/title-blocks/North-Arrow.dwg").second, HasSubstr("turns with the plan"));
+        EXPECT_THAT(placed.output, HasSubstr("\"" + std::string(block) + "\"")) << block;
+    EXPECT_THAT(run("drawing-facts Placed-2018.dwg").output, HasSubstr("\"AC1032\""));
+    EXPECT_THAT(run("tessaro-examine library/title-blocks/North-Arrow.dwg").output, HasSubstr("turns with the plan"));
     const std::string settings = tests::readFile(place.path() / "library/tessaro35.ini");
     for (const char* const kept : {"Plants", "Office", "Openings", "A-FURN"})
         EXPECT_THAT(settings, HasSubstr(kept)) << kept;

@@ -1,24 +1,15 @@
 #include "tests/printing/Pdf.h"
 
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
-#include <array>
-#include <cstdio>
 #include <cstdlib>
 
 namespace tests {
 namespace {
 
 std::string outputOf(const std::string& command) {
-    std::string output;
-    FILE* const pipe = popen((command + " 2>/dev/null").c_str(), "r");
-    if (pipe == nullptr)
-        return output;
-    std::array<char, 4096> part{};
-    while (const std::size_t count = fread(part.data(), 1, part.size(), pipe))
-        output.append(part.data(), count);
-    pclose(pipe);
-    return output;
+    return runShell(command + " 2>/dev/null").output;
 }
 
 } // namespace

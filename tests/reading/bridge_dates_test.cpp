@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <ctime>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <thread>
@@ -26,6 +27,7 @@ constexpr std::int64_t kFirstDay = 2440588; // 1970-01-01
 class HelperDates : public testing::Test {
 protected:
     HelperDates() {
+        tzset(); // before there are threads, as a program's start does
         ForgetServices();
         LocalPath = platform::FromNarrow(TESSARO_BIN_DIR);
     }

@@ -1,13 +1,12 @@
 // The program tessaro-examine, run as users run it.
 
 #include "tests/reading/DrawingBuilder.h"
+#include "tests/support/Shell.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
-#include <array>
 #include <cstdio>
-#include <sys/wait.h>
 
 using namespace tests;
 
@@ -15,22 +14,8 @@ namespace {
 
 constexpr std::uint32_t kGreen = 0x00ff00;
 
-struct Outcome {
-    int status = -1;
-    std::string output;
-};
-
-Outcome runTool(const std::string& arguments) {
-    Outcome outcome;
-    FILE* const pipe = popen(("'" TESSARO_BIN_DIR "/tessaro-examine' " + arguments + " 2>&1").c_str(), "r");
-    if (pipe == nullptr)
-        return outcome;
-    std::array<char, 4096> part;
-    while (const std::size_t count = fread(part.data(), 1, part.size(), pipe))
-        outcome.output.append(part.data(), count);
-    const int ended = pclose(pipe);
-    outcome.status = WIFEXITED(ended) ? WEXITSTATUS(ended) : -1;
-    return outcome;
+ShellRun runTool(const std::string& arguments) {
+    return runShell("'" TESSARO_BIN_DIR "/tessaro-examine' " + arguments);
 }
 
 class ExamineTool : public testing::Test {
@@ -45,7 +30,7 @@ protected:
 
 TEST_F(ExamineTool, printsWhatTheExaminationFound) {
     write(DrawingBuilder("AC1015").entry(1, "T\xC3\xBCr").entry(2, plainBitmap(20, 20, kGreen)));
-    const Outcome outcome = runTool(file);
+    const ShellRun outcome = runTool(file);
     EXPECT_EQ(outcome.status, 0);
     EXPECT_EQ(outcome.output, "{\n"
                               "  \"fileType\": 16,\n"
@@ -72,17 +57,17 @@ TEST_F(ExamineTool, writesFourPicturesOfRawPixels) {
 
 TEST_F(ExamineTool, marksReplaceThePoints) {
     write(DrawingBuilder("AC1015").entry(2, plainBitmap(130, 96, kGreen)));
-    const Outcome marked = runTool(file + " --mark 20.5,30 --mark 65,48 --pictures '" + pictures + "'");
+    const ShellRun marked = runTool(file + " --mark 20.5,30 --mark 65,48 --pictures '" + pictures + "'");
     EXPECT_NE(marked.output.find("20.5,\n    30,\n    65,\n    48\n"), std::string::npos) << marked.output;
     EXPECT_EQ(picture("large.drawn").substr((48 * 130 + 65) * 3, 3), std::string("\xff\0\0", 3));
-    const Outcome plain = runTool(file + " --no-marks --pictures '" + pictures + "'");
+    const ShellRun plain = runTool(file + " --no-marks --pictures '" + pictures + "'");
     EXPECT_NE(plain.output.find("\"points\": []"), std::string::npos);
     EXPECT_EQ(picture("large.drawn").substr((48 * 130 + 65) * 3, 3), std::string("\0\xff\0", 3));
 }
 
 TEST_F(ExamineTool, withoutAPictureNoneIsWritten) {
     write("AC1032");
-    const Outcome outcome = runTool(file + " --pictures '" + pictures + "'");
+    const ShellRun outcome = runTool(file + " --pictures '" + pictures + "'");
     EXPECT_EQ(outcome.status, 0);
     EXPECT_NE(outcome.output.find("\"hasPicture\": false"), std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(pictures));
@@ -90,7 +75,7 @@ TEST_F(ExamineTool, withoutAPictureNoneIsWritten) {
 
 TEST_F(ExamineTool, askedForHelpItTellsItsUse) {
     for (const char* asked : {"--help", "-h"}) {
-        const Outcome outcome = runTool(asked);
+        const ShellRun outcome = runTool(asked);
         EXPECT_EQ(outcome.status, 0);
         EXPECT_TRUE(outcome.output.starts_with("usage: tessaro-examine FILE [--background HEX]")) << outcome.output;
     }
@@ -101,7 +86,7 @@ TEST_F(ExamineTool, saysWhatItCantDo) {
     for (const std::string& arguments :
          {std::string(), std::string("/nowhere/a.dwg"), std::string("/etc/passwd"), file + " --background green",
           file + " --mark 3", file + " --mark 3,x", file + " --pictures", file + " --other", file + " " + file}) {
-        const Outcome outcome = runTool(arguments);
+        const ShellRun outcome = runTool(arguments);
         EXPECT_EQ(outcome.status, 1) << arguments;
         EXPECT_TRUE(outcome.output.starts_with("tessaro-examine: ")) << arguments << '\n' << outcome.output;
     }

@@ -7,10 +7,10 @@
 #include "tessaro/reading/DrawingType.h"
 #include "tessaro/reading/PreviewSection.h"
 #include "tessaro/reading/WriteDescription.h"
+#include "tests/support/Shell.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 
 namespace fs = std::filesystem;
 using namespace tests;
@@ -34,12 +34,8 @@ std::vector<std::uint8_t> ImageOf(const fs::path& drawing) {
 
 /// All that a reader that nobody here wrote finds in a drawing of the release 2000; empty without the program.
 std::string ReadIndependently(const fs::path& file) {
-    FILE* const pipe = popen(("ogrinfo -ro -al '" + file.string() + "' 2>&1").c_str(), "r");
-    std::string text;
-    std::array<char, 4096> part{};
-    while (const std::size_t count = pipe == nullptr ? 0 : fread(part.data(), 1, part.size(), pipe))
-        text.append(part.data(), count);
-    if (pipe == nullptr || pclose(pipe) != 0)
+    auto [status, text] = runShell("ogrinfo -ro -al " + quoted(file.string()));
+    if (status != 0)
         return {};
     // A text where there was none is an object of its own, with the next handle.
     const std::size_t seed = std::min(text.find("$HANDSEED="), text.size());

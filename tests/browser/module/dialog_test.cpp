@@ -3,11 +3,11 @@
 
 #include "editor/application/drawing.h"
 #include "tests/browser/module/Window.h"
+#include "tests/support/Shell.h"
 
 #include <QApplication>
 #include <QHeaderView>
 #include <QImage>
-#include <QProcess>
 #include <QPushButton>
 #include <QTest>
 
@@ -325,16 +325,13 @@ protected:
                          std::to_string(width) +
                          ", \"height\": 400, \"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1 } ] }");
         folder.write("script.scr", "TESSARO\n> grab window.png\n> click Close\n");
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        const QString place = QString::fromStdString(folder.path().string());
-        environment.insert("QT_QPA_PLATFORM", "offscreen:configfile=" + place + "/screen.json");
-        QProcess program;
-        program.setProcessEnvironment(environment);
-        program.setWorkingDirectory(place);
-        program.start(TESSARO_BIN_DIR "/tessaro-editor", {"--batch", "--script", "script.scr"});
-        EXPECT_TRUE(program.waitForFinished(60'000));
-        EXPECT_EQ(program.exitCode(), 0) << program.readAll().toStdString();
-        return QImage(place + "/window.png").size();
+        const std::string place = folder.path().string();
+        const tests::ShellRun program =
+            tests::runShell("cd " + tests::quoted(place) +
+                            " && QT_QPA_PLATFORM=offscreen:configfile=" + tests::quoted(place + "/screen.json") +
+                            " timeout 60 " TESSARO_BIN_DIR "/tessaro-editor --batch --script script.scr");
+        EXPECT_EQ(program.status, 0) << program.output;
+        return QImage(QString::fromStdString(place) + "/window.png").size();
     }
 };
 

@@ -1,9 +1,9 @@
 // The directory list: adding, deleting, moving, renaming, its menu; and a working day with real folders.
 #include "tests/browser/module/LoadedModule.h"
+#include "tests/support/Shell.h"
 
 #include <QApplication>
 #include <QLineEdit>
-#include <QProcess>
 #include <QTest>
 
 #include <algorithm>
@@ -165,13 +165,12 @@ protected:
     std::string ShownLater() {
         folder.write("script.scr", "TESSARO\n> wait-until idle\n> expect directoryList Renamed\n> grab later.png\n"
                                    "> click Close\n");
-        QProcess program;
-        program.setWorkingDirectory(QString::fromStdString(folder.path().string()));
-        program.start(TESSARO_BIN_DIR "/tessaro-editor", {"--batch", "--script", "script.scr", "--load",
-                                                          QString::fromStdString((app / "tessaro24-64.arx").string())});
-        EXPECT_TRUE(program.waitForFinished(120'000));
-        EXPECT_EQ(program.exitCode(), 0);
-        return program.readAll().toStdString();
+        const tests::ShellRun program =
+            tests::runShell("cd " + tests::quoted(folder.path().string()) +
+                            " && timeout 120 " TESSARO_BIN_DIR "/tessaro-editor --batch --script script.scr --load " +
+                            tests::quoted((app / "tessaro24-64.arx").string()));
+        EXPECT_EQ(program.status, 0);
+        return program.output;
     }
     std::vector<std::filesystem::path> folders;
 };
