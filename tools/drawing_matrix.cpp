@@ -1,6 +1,7 @@
 // Reads every drawing that it is given, saves it in every release that is written, reads it again and tells where the
 // two differ. With --insert it inserts every drawing into a new one and into another one instead. With --reader it also
-// compares what an independent reader tells of originals and copies of release 2000.
+// compares what an independent reader tells of originals and copies of release 2000. Where PEER_READER names a program
+// that reads the drawing that is its only argument, it counts the copies that this program accepts.
 
 #include "editor/dwg/drawing_file.h"
 #include "tools/matrix_cases.h"
@@ -65,6 +66,34 @@ struct Totals {
         for (const auto& [type, count] : leftOut)
             std::printf("%s: %zu objects of type %s were left out\n", name, count, type.c_str());
     }
+};
+
+/// What another reader says of files: by its exit status, and by complaints of errors.
+class Peer {
+public:
+    void ask(const fs::path& file) {
+        if (program == nullptr)
+            return;
+        ++asked;
+        FILE* const pipe = ::popen(("'" + std::string(program) + "' '" + file.string() + "' 2>&1").c_str(), "r");
+        bool complains = false;
+        char line[65536];
+        while (pipe != nullptr && std::fgets(line, sizeof line, pipe) != nullptr)
+            complains = complains || std::strstr(line, "ERROR") != nullptr;
+        const bool isAccepted = pipe != nullptr && ::pclose(pipe) == 0;
+        accepted += isAccepted ? 1 : 0;
+        silent += isAccepted && !complains ? 1 : 0;
+    }
+    void print(const char* name) const {
+        if (program != nullptr)
+            std::printf("PEER_READER, %s: %zu asked, %zu accepted, %zu without a complaint\n", name, asked, accepted,
+                        silent);
+    }
+    bool acceptsAll() const { return accepted == asked; }
+
+private:
+    const char* program = std::getenv("PEER_READER");
+    std::size_t asked = 0, accepted = 0, silent = 0;
 };
 
 std::string magicOf(const fs::path& file) {
@@ -134,11 +163,17 @@ int main(int count, char** arguments) {
         return isEqual ? 0 : 1;
     }
     bool allEqual = true;
+    Peer originals;
+    for (const fs::path& file : files)
+        originals.ask(file);
+    originals.print("originals");
     for (const matrix::Target& target : matrix::targets) {
         Totals totals;
+        Peer peer;
         std::size_t asked = 0, same = 0;
         for (const fs::path& file : files) {
             totals.add(file.string() + " as " + target.name, matrix::saveAndCompare(file, copy, target));
+            peer.ask(copy);
             if (!asksReader || target.version != AcDb::kDHL_1015 ||
                 *dwg::readMagic(**dwg::openSource(file)) != "AC1015")
                 continue;
@@ -152,14 +187,19 @@ int main(int count, char** arguments) {
                 std::printf("%s: the reader tells other things of the copy\n", file.c_str());
         }
         totals.print(target.name);
+        peer.print(target.name);
         if (asked != 0)
             std::printf("independent reader: %zu asked, %zu the same\n", asked, same);
-        allEqual = allEqual && totals.equal == totals.saves && asked == same;
+        allEqual = allEqual && totals.equal == totals.saves && asked == same && peer.acceptsAll();
     }
     Totals rewritten;
-    for (const fs::path& file : files)
+    Peer peer;
+    for (const fs::path& file : files) {
         rewritten.add(file.string() + " with another description", matrix::rewriteAndCompare(file, copy));
+        peer.ask(copy);
+    }
     rewritten.print("own release, another description");
+    peer.print("own release, another description");
     fs::remove_all(folder);
-    return allEqual && rewritten.equal == rewritten.saves ? 0 : 1;
+    return allEqual && rewritten.equal == rewritten.saves && peer.acceptsAll() ? 0 : 1;
 }

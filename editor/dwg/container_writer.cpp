@@ -59,6 +59,8 @@ std::uint8_t maintenanceOf(Release release) {
         return 0x6D;
     case Release::r2013:
         return 0x08;
+    case Release::r2018:
+        return 0x04;
     default:
         return 0;
     }
@@ -71,13 +73,18 @@ Bytes makeFileStart(Release release, std::uint16_t codePage) {
     std::ranges::copy(magicOf(release), start.begin());
     start[0x0B] = maintenanceOf(release);
     start[0x0C] = 3;
-    // The program's release, told twice before 2018.
+    // The program's release and maintenance number, told twice before 2018. Some readers go by this number in place of
+    // the first one.
     constexpr std::uint8_t program = 0x21;
+    const std::uint8_t programMaintenance = release < Release::r2018 ? 0x1D : maintenanceOf(release);
     start[0x11] = program;
+    start[0x12] = programMaintenance;
     start[0x13] = static_cast<std::uint8_t>(codePage & 0xFF);
     start[0x14] = static_cast<std::uint8_t>(codePage >> 8);
-    if (release < Release::r2018)
+    if (release < Release::r2018) {
         start[0x16] = program;
+        start[0x17] = programMaintenance;
+    }
     start[0x28] = 0x80; // where the inner header lies
     start[0x34] = 2;
     return start;

@@ -86,8 +86,8 @@ private:
         if (opcode >= 0x20) {
             copy.length = opcode == 0x20 ? readRun() + 0x21 : opcode - 0x1Eu;
         } else {
-            base += farOffset;
-            copy.length = opcode == 0x10 ? readRun() + 9 : (opcode & 0x0Fu) + 2;
+            base += farOffset + ((opcode & 8u) << 11);
+            copy.length = (opcode & 7u) == 0 ? readRun() + 9 : (opcode & 7u) + 2;
         }
         const std::uint8_t low = in.u8();
         copy.distance = (std::size_t{in.u8()} << 6 | low >> 2) + base;

@@ -85,7 +85,7 @@ private:
     }
 
     void writeCopy(const Match& match, std::uint8_t literals) {
-        constexpr std::size_t longestNearest = 14, longestMiddle = 33, longestFar = 17;
+        constexpr std::size_t longestNearest = 14, longestMiddle = 33, longestFar = 9;
         if (match.distance <= nearest && match.length <= longestNearest) {
             const std::size_t back = match.distance - 1;
             out.push_back(static_cast<std::uint8_t>((match.length + 1) << 4 | (back & 3) << 2 | literals));

@@ -85,6 +85,14 @@ TEST(Unpack2004, aFarCopyReachesBeyond16K) {
     EXPECT_EQ(behind({0x10, 0x01, 0x18, 0x00}), "abcddddddd") << "length in a byte of its own";
 }
 
+TEST(Unpack2004, theFourthBitOfAFarCopyIsPartOfItsDistance) {
+    constexpr std::size_t size = 0x8000, counted = size - 4 - 0x21;
+    const Bytes length = Bytes(counted / 255, 0x00) + Bytes{static_cast<std::uint8_t>(counted % 255)};
+    const Bytes packed = abcd + Bytes{0x20} + length + Bytes{0x00, 0x00};
+    EXPECT_EQ(unpack2004(packed + Bytes{0x19, 0x00, 0x00} + end, 40000).substr(size), "abc");
+    EXPECT_EQ(unpack2004(packed + Bytes{0x18, 0x01, 0x00, 0x00} + end, 40000).substr(size), "abcddddddd");
+}
+
 TEST(Unpack2004, outputBeyondTheDeclaredSizeIsDamage) {
     EXPECT_THAT(unpack2004(abcd + end, 3), HasSubstr("outside its output"));
     EXPECT_THAT(unpack2004(abcd + Bytes{0x4C, 0x00} + end, 6), HasSubstr("outside its output"));

@@ -2,6 +2,7 @@
 #include "editor/dwg/bits.h"
 #include "tests/dwg/container_builder.h"
 #include "tests/dwg/model_support.h"
+#include "tests/dwg/real_drawings.h"
 
 #include <gmock/gmock.h>
 
@@ -144,6 +145,30 @@ TEST(HeaderVariables, ofRealDrawingsOf2000AreWrittenAsTheyWere) {
                   tests::hex(Bytes(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(
                                                                           std::min(content.size(), written.size())))));
     }
+}
+
+TEST(HeaderVariables, textsOfRealDrawingsStandAtTheirNames) {
+    const auto drawings = tests::realDrawings();
+    if (drawings.empty())
+        GTEST_SKIP() << "no shared drawings";
+    int found = 0;
+    for (const auto& path : drawings) {
+        const auto file = DrawingFile::open(path);
+        if (!file || file->release() < Release::r2000)
+            continue;
+        SCOPED_TRACE(path.filename());
+        const auto variables = dwg::readHeaderVariables(*file);
+        ASSERT_TRUE(variables);
+        for (std::wstring identifier : {variables->FINGERPRINTGUID, variables->VERSIONGUID}) {
+            if (identifier.ends_with(L'\0')) // counted by some programs
+                identifier.pop_back();
+            const bool isWhole = identifier.size() == 38 && identifier.starts_with(L'{') && identifier.ends_with(L'}');
+            EXPECT_TRUE(identifier.empty() || isWhole) << std::string(identifier.begin(), identifier.end());
+            found += isWhole ? 1 : 0;
+        }
+        EXPECT_FALSE(variables->DIMPOST.starts_with(L'.')) << "that is the menu's";
+    }
+    EXPECT_GT(found, 100);
 }
 
 } // namespace

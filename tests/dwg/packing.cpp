@@ -88,6 +88,25 @@ TEST(Pack2004, repetitionTakesLittleRoomAndNoiseHardlyMore) {
     EXPECT_LT(dwg::pack2004(noise).size(), noise.size() + noise.size() / 100);
 }
 
+TEST(Pack2004, theLengthOfAFarCopyHasThreeBitsInItsOpcode) {
+    // Other readers take the fourth bit for a part of the distance.
+    std::mt19937 random(7);
+    for (const std::size_t length : {5, 9, 10, 12, 17, 18}) {
+        Bytes plain;
+        for (std::size_t i = 0; i < length + 17000; ++i)
+            plain.push_back(static_cast<std::uint8_t>(random() % 256));
+        plain.insert(plain.end(), plain.begin(), plain.begin() + static_cast<std::ptrdiff_t>(length));
+        const Bytes packed = dwg::pack2004(plain);
+        const std::size_t back = length + 17000 - 0x4000;
+        Bytes expected = {static_cast<std::uint8_t>(back << 2), static_cast<std::uint8_t>(back >> 6), 0x11};
+        if (length > 9)
+            expected.insert(expected.begin(), {0x10, static_cast<std::uint8_t>(length - 9)});
+        else
+            expected.insert(expected.begin(), static_cast<std::uint8_t>(0x10 + length - 2));
+        EXPECT_EQ(Bytes(packed.end() - static_cast<std::ptrdiff_t>(expected.size()), packed.end()), expected) << length;
+    }
+}
+
 TEST(Pack2007, whatIsPackedUnpacksToTheSame) {
     for (const Bytes& plain : samples()) {
         const auto back = dwg::unpack2007(dwg::pack2007(plain), plain.size());
