@@ -273,7 +273,9 @@ void MainWindow::documentsChanged() {
     drawing->outdate();
     if (document == shown)
         return;
-    if (const auto view = drawing->chosenView())
+    // Of one that was closed nothing is kept: a later one may lie at its address.
+    const bool isOpen = Editor::instance() != nullptr && Editor::instance()->documents().isOpen(shown);
+    if (const auto view = drawing->chosenView(); view && isOpen)
         views.insert_or_assign(shown, *view);
     else
         views.erase(shown);

@@ -41,6 +41,15 @@ FileContent sampleContent(Release release) {
              {"AcDb:Unheard-of", noise(70000, 9)}}};
 }
 
+TEST(FileStart, bothMaintenanceNumbersSayThatLengthsAreWide) {
+    for (const Release release : {Release::r2010, Release::r2013, Release::r2018}) {
+        const Bytes start = makeFileStart(release, 30);
+        EXPECT_GT(start[0x0B], 3) << "the file's";
+        EXPECT_GT(start[0x12], 3) << "the program's, by which some readers go";
+        EXPECT_EQ(start[0x17], release < Release::r2018 ? start[0x12] : 0);
+    }
+}
+
 TEST(WriteContainer, everySectionReadsBackAndEveryCheckHolds) {
     for (const Release release : paged) {
         SCOPED_TRACE(magicOf(release));
