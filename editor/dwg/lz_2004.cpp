@@ -3,6 +3,7 @@
 #include "editor/dwg/byte_cursor.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace dwg {
 
@@ -100,9 +101,15 @@ private:
             damaged = true;
             return;
         }
-        const std::size_t from = out.size() - copy.distance;
-        for (std::size_t i = 0; i < copy.length; ++i) // source and target may overlap
-            out.push_back(out[from + i]);
+        const std::size_t end = out.size();
+        out.resize(end + copy.length);
+        const std::uint8_t* const from = out.data() + end - copy.distance;
+        // Source and target may overlap: what has been copied joins the source, which doubles so each time.
+        for (std::uint8_t *to = out.data() + end, *const last = to + copy.length; to != last;) {
+            const auto count = std::min<std::ptrdiff_t>(last - to, to - from);
+            std::memcpy(to, from, static_cast<std::size_t>(count));
+            to += count;
+        }
     }
 
     ByteCursor in;
