@@ -48,7 +48,9 @@ Color unpackedColor(std::uint32_t packed, std::int16_t index) {
 std::uint32_t packedColor(const Color& color) {
     if (color.hasRgb)
         return trueColor << 24 | (color.rgb & rgbBits);
-    switch (color.index) {
+    // A kind that isn't known may have come with any index.
+    const std::uint32_t index = static_cast<std::uint32_t>(color.index < 0 ? -color.index : color.index) & indexBits;
+    switch (index) {
     case byLayerIndex:
         return byLayer << 24;
     case 0:
@@ -56,8 +58,7 @@ std::uint32_t packedColor(const Color& color) {
     case noColorIndex:
         return noColor << 24;
     default:
-        // A kind that isn't known may have come with any index.
-        return byIndex << 24 | (static_cast<std::uint32_t>(color.index < 0 ? -color.index : color.index) & indexBits);
+        return byIndex << 24 | index;
     }
 }
 

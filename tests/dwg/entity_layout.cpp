@@ -255,6 +255,12 @@ TEST(EntityLayout, AColourOfAnUnknownKindIsStoredAsTheIndexThatItsBitsHaveRoomFo
     EXPECT_EQ(packed, 0xC3000000u | (7020 & 0x1FF));
     EXPECT_EQ(packedColor(unpackedColor(packed, 0)), packed);
     EXPECT_EQ(unpackedColor(0x55000000, -7020).index, -7020);
+    for (const int index : {-32768, 512, 768, -769}) {
+        Color any;
+        any.index = static_cast<std::int16_t>(index);
+        const std::uint32_t once = packedColor(any);
+        EXPECT_EQ(packedColor(unpackedColor(once, 0)), once) << index;
+    }
 }
 
 } // namespace
