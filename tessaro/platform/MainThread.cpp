@@ -1,6 +1,7 @@
 #include "tessaro/platform/MainThread.h"
 
 #include <atomic>
+#include <chrono>
 #include <condition_variable>
 #include <cstdint>
 #include <deque>
@@ -12,10 +13,13 @@
 namespace platform {
 namespace {
 
+/// Falling asleep and being woken costs a thread about as much as this; most calls are served before.
+constexpr std::chrono::microseconds kWatched{60};
+
 struct Call {
     const std::function<void()>& function;
     std::exception_ptr thrown;
-    bool done = false;
+    std::atomic<bool> done{false}; ///< from then on the call is its caller's alone
 };
 
 /// Never destroyed: a thread may still wait in it when the process ends.
@@ -49,6 +53,16 @@ void ServeHead(std::unique_lock<std::mutex>& guard) {
     handOver.served.notify_all();
 }
 
+/// Waits awake for a short while, with the lock released meanwhile.
+void Watch(std::unique_lock<std::mutex>& guard, const Call& call) {
+    static const bool useful = std::thread::hardware_concurrency() > 1;
+    guard.unlock();
+    const auto end = std::chrono::steady_clock::now() + kWatched;
+    while (useful && !call.done && std::chrono::steady_clock::now() < end)
+        std::this_thread::yield();
+    guard.lock();
+}
+
 } // namespace
 
 void SetMainThread() {
@@ -76,7 +90,8 @@ void CallOnMainThread(const std::function<void()>& function) {
         --handOver.wakeUpsUnderWay;
         handOver.served.notify_all();
     }
-    handOver.served.wait(guard, [&] { return call.done; });
+    Watch(guard, call);
+    handOver.served.wait(guard, [&] { return call.done.load(); });
     guard.unlock();
     if (call.thrown)
         std::rethrow_exception(call.thrown);
