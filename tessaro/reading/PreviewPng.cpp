@@ -6,7 +6,7 @@
 #include <zlib.h>
 
 #include <algorithm>
-#include <array>
+#include <cstdlib>
 #include <memory>
 #include <string_view>
 
@@ -32,44 +32,56 @@ std::optional<PngSize> ReadPngSize(std::span<const std::uint8_t> png) {
     return PngSize{BigEndian(png.subspan(16)), BigEndian(png.subspan(20))};
 }
 
-/// Unpacks the picture data without keeping it, to see that it isn't more than `limit` bytes.
-class PackedData {
+/// Bytes of the decoder's own, which it frees.
+class GrowingBytes {
 public:
-    explicit PackedData(std::uint64_t most) : limit(most) { ready = inflateInit(&stream) == Z_OK; }
-    ~PackedData() {
-        if (ready)
-            inflateEnd(&stream);
+    GrowingBytes(unsigned char*& bytes, std::size_t& size) : start(bytes), used(size) {
+        start = nullptr;
+        used = 0;
     }
-    PackedData(const PackedData&) = delete;
-    PackedData& operator=(const PackedData&) = delete;
-
-    /// False once the limit is passed. Damage ends the count: the decoder will meet it in its turn.
-    bool Add(std::span<const std::uint8_t> packed) {
-        stream.next_in = const_cast<Bytef*>(packed.data());
-        stream.avail_in = static_cast<uInt>(packed.size());
-        while (ready && !ended) {
-            std::array<Bytef, 16384> block;
-            stream.next_out = block.data();
-            stream.avail_out = static_cast<uInt>(block.size());
-            const int status = inflate(&stream, Z_NO_FLUSH);
-            unpacked += block.size() - stream.avail_out;
-            if (unpacked > limit)
-                return false;
-            if (status != Z_OK)
-                ended = status != Z_BUF_ERROR;
-            if (status != Z_OK || stream.avail_out != 0)
-                break;
-        }
-        return ready;
+    /// Room for more behind what is used, up to so many in all; none where there is no memory.
+    std::span<unsigned char> More(std::size_t most) {
+        const std::size_t wanted = std::min(most, std::max(kFirst, used * 2));
+        auto* const grown = static_cast<unsigned char*>(std::realloc(start, wanted));
+        if (grown == nullptr)
+            return {};
+        start = grown;
+        return {start + used, wanted - used};
     }
+    void Use(std::size_t count) { used += count; }
 
 private:
-    const std::uint64_t limit;
-    z_stream stream{};
-    std::uint64_t unpacked = 0;
-    bool ready = false;
-    bool ended = false;
+    static constexpr std::size_t kFirst = 65536;
+    unsigned char*& start;
+    std::size_t& used;
 };
+
+/// Unpacks picture data for the decoder, up to the count of bytes that the settings' context says; fails behind it.
+unsigned InflateWithin(unsigned char** out, std::size_t* outSize, const unsigned char* packed, std::size_t packedSize,
+                       const LodePNGDecompressSettings* settings) {
+    constexpr unsigned failed = 1;
+    const std::uint64_t limit = *static_cast<const std::uint64_t*>(settings->custom_context);
+    GrowingBytes bytes(*out, *outSize);
+    z_stream stream{};
+    if (inflateInit(&stream) != Z_OK)
+        return failed;
+    stream.next_in = const_cast<Bytef*>(packed);
+    stream.avail_in = static_cast<uInt>(packedSize);
+    int status = Z_OK;
+    while (status == Z_OK) {
+        const auto room = bytes.More(static_cast<std::size_t>(limit));
+        if (room.empty())
+            break;
+        stream.next_out = room.data();
+        stream.avail_out = static_cast<uInt>(room.size());
+        status = inflate(&stream, Z_NO_FLUSH);
+        bytes.Use(room.size() - stream.avail_out);
+        if (status == Z_OK && stream.avail_out != 0)
+            break; // the data breaks off
+    }
+    inflateEnd(&stream);
+    return status == Z_STREAM_END ? 0 : failed;
+}
 
 /// The chunk at that place with its frame; empty where none stands there whole.
 std::span<const std::uint8_t> ChunkAt(std::span<const std::uint8_t> png, std::size_t at) {
@@ -82,17 +94,6 @@ std::span<const std::uint8_t> ChunkAt(std::span<const std::uint8_t> png, std::si
 
 bool HasName(std::span<const std::uint8_t> chunk, std::string_view name) {
     return std::equal(name.begin(), name.end(), chunk.begin() + 4);
-}
-
-bool FitsUnpacked(std::span<const std::uint8_t> png, std::uint64_t limit) {
-    PackedData data(limit);
-    std::size_t at = kSignatureSize;
-    for (auto chunk = ChunkAt(png, at); !chunk.empty(); chunk = ChunkAt(png, at)) {
-        if (HasName(chunk, "IDAT") && !data.Add(chunk.subspan(8, chunk.size() - kChunkFrame)))
-            return false;
-        at += chunk.size();
-    }
-    return true;
 }
 
 /// The chunks that the pixels are made of. What else there is, colour profiles and texts, has no part in them, and the
@@ -113,37 +114,35 @@ std::vector<std::uint8_t> WithoutNotes(std::span<const std::uint8_t> png) {
     return bytes;
 }
 
-void AppendNumber(PreviewBytes& out, std::uint32_t value, int size) {
+void PutNumber(std::uint8_t*& out, std::uint32_t value, int size) {
     for (int i = 0; i < size; ++i)
-        out.push_back(static_cast<std::uint8_t>(value >> (8 * i)));
+        *out++ = static_cast<std::uint8_t>(value >> (8 * i));
 }
 
 } // namespace
 
 void RgbToDib(PreviewBytes& out, const std::uint8_t* rgb, unsigned width, unsigned height) {
     const std::size_t used = std::size_t{width} * 3;
-    const std::size_t padding = (4 - used % 4) % 4;
-    out.clear();
-    out.reserve(kDibHeaderSize + (used + padding) * height);
-    AppendNumber(out, kDibHeaderSize, 4);
-    AppendNumber(out, width & 0xffff, 4);
-    AppendNumber(out, height & 0xffff, 4);
-    AppendNumber(out, 1, 2);
-    AppendNumber(out, 24, 2);
-    AppendNumber(out, 0, 4);
-    AppendNumber(out, static_cast<std::uint32_t>((used + padding) * height), 4);
-    AppendNumber(out, 1, 4);
-    AppendNumber(out, 1, 4);
-    AppendNumber(out, 0, 4);
-    AppendNumber(out, 0, 4);
-    for (std::size_t row = height; row-- > 0;) {
-        const std::uint8_t* pixels = rgb + row * used;
-        for (std::size_t i = 0; i < used; i += 3) {
-            out.push_back(pixels[i + 2]);
-            out.push_back(pixels[i + 1]);
-            out.push_back(pixels[i]);
+    const std::size_t stride = (used + 3) / 4 * 4;
+    out.assign(kDibHeaderSize + stride * height, 0);
+    std::uint8_t* head = out.data();
+    PutNumber(head, kDibHeaderSize, 4);
+    PutNumber(head, width & 0xffff, 4);
+    PutNumber(head, height & 0xffff, 4);
+    PutNumber(head, 1, 2);
+    PutNumber(head, 24, 2);
+    PutNumber(head, 0, 4);
+    PutNumber(head, static_cast<std::uint32_t>(stride * height), 4);
+    PutNumber(head, 1, 4);
+    PutNumber(head, 1, 4);
+    for (std::size_t row = 0; row < height; ++row) {
+        const std::uint8_t* from = rgb + (height - 1 - row) * used;
+        std::uint8_t* to = out.data() + kDibHeaderSize + row * stride;
+        for (std::size_t pixel = 0; pixel < width; ++pixel, from += 3, to += 3) {
+            to[0] = from[2];
+            to[1] = from[1];
+            to[2] = from[0];
         }
-        out.insert(out.end(), padding, 0);
     }
 }
 
@@ -153,14 +152,18 @@ std::optional<PreviewBytes> DecodePng(std::span<const std::uint8_t> png) {
         return std::nullopt;
     // Rows, each with its filter byte; an interlaced picture has up to twice as many, shorter ones.
     const std::uint64_t rows = std::uint64_t{size->height} * 2 + 8;
-    if (!FitsUnpacked(png, std::uint64_t{size->width} * size->height * kLargestPixel + rows))
-        return std::nullopt;
+    std::uint64_t limit = std::uint64_t{size->width} * size->height * kLargestPixel + rows;
 
+    lodepng::State decoder;
+    decoder.info_raw.colortype = LCT_RGB;
+    decoder.info_raw.bitdepth = 8;
+    decoder.decoder.zlibsettings.custom_zlib = InflateWithin;
+    decoder.decoder.zlibsettings.custom_context = &limit;
     const std::vector<std::uint8_t> picture = WithoutNotes(png);
     unsigned char* decoded = nullptr;
     unsigned width = 0;
     unsigned height = 0;
-    const unsigned failure = lodepng_decode24(&decoded, &width, &height, picture.data(), picture.size());
+    const unsigned failure = lodepng_decode(&decoded, &width, &height, &decoder, picture.data(), picture.size());
     const std::unique_ptr<unsigned char, decltype(&std::free)> pixels(decoded, &std::free);
     if (failure != 0 || !pixels)
         return std::nullopt;
