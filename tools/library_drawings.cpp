@@ -15,7 +15,8 @@ namespace tools {
 namespace {
 
 constexpr std::uint32_t julianDayOfEpoch = 2440588;
-constexpr int pictureWidth = 64, pictureHeight = 48;
+/// As most editors save it; the pictures are then most of a small drawing, as they are in real libraries.
+constexpr int pictureWidth = 256, pictureHeight = 102;
 
 struct Named {
     const char* name;
@@ -37,7 +38,7 @@ const Named& entryOf(dwg::Release release) {
 
 /// As many bars as the kind says on white, each bar of one colour: a bitmap of one byte a pixel without file header.
 dwg::Bytes pictureOf(int kind) {
-    constexpr std::uint32_t head = 40, colours = 16, pixels = pictureWidth * pictureHeight;
+    constexpr std::uint32_t head = 40, colours = 256, pixels = pictureWidth * pictureHeight;
     dwg::Bytes bytes;
     const auto put = [&](std::uint32_t value, int count) {
         for (; count > 0; --count, value >>= 8)
@@ -50,12 +51,12 @@ dwg::Bytes pictureOf(int kind) {
     for (const std::uint32_t field : {0U, pixels, 0U, 0U, colours, 0U})
         put(field, 4);
     for (std::uint32_t colour = 0; colour < colours; ++colour)
-        put(colour + 1 == colours ? 0xFFFFFF : colour * 0x0F0D0B, 4);
+        put(colour + 1 == colours ? 0xFFFFFF : colour * 0x010203 & 0xFFFFFF, 4);
     const int bars = 1 + kind % 7;
     for (int y = 0; y < pictureHeight; ++y)
         for (int x = 0; x < pictureWidth; ++x) {
-            const bool onBar = y > 2 && y < pictureHeight - 3 && x / 8 >= 1 && x / 8 <= bars && x % 8 < 6;
-            put(onBar ? static_cast<std::uint32_t>(kind % 14) : colours - 1, 1);
+            const bool onBar = y > 5 && y < pictureHeight - 6 && x / 32 >= 1 && x / 32 <= bars && x % 32 < 24;
+            put(onBar ? static_cast<std::uint32_t>(kind * 18 % 252) : colours - 1, 1);
         }
     return bytes;
 }
