@@ -161,13 +161,14 @@ void run(const Options& options) {
     block.name = parts.name;
     ExaminationTask task = TaskFor(directory, block);
     task.marks = options.marks;
+    task.keepDrawn = true;
     Examination found;
     Examine(task, found);
     if (!found.complete)
         throw std::runtime_error("locked, or can't be opened: " + platform::ToNarrow(options.file));
     ApplyExamination(directory, block, found);
-    if (options.pictures && found.pictures)
-        writePictures(*options.pictures, directory, block, *found.pictures);
+    if (options.pictures && found.drawn)
+        writePictures(*options.pictures, directory, block, *found.drawn);
     if (options.paint && found.pictures)
         writePaint(options, directory, block);
     std::printf("%s\n", toJson(block, found).c_str());

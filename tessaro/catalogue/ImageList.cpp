@@ -62,7 +62,7 @@ const std::uint8_t* ImageList::Pixels(int slot) const {
            SlotBytes() * static_cast<std::size_t>(slot % kSlotsInRow);
 }
 
-int ImageList::Add(const Picture& picture) {
+int ImageList::Add(const SlotPicture& picture) {
     if (count + 1 >= maximum) {
         maximum = std::min(maximum + std::min(grow, kMostGrowth) + 1, kMostSlots);
         if (count >= maximum)
@@ -84,32 +84,25 @@ void ImageList::RemoveLast() {
         std::fill_n(Pixels(count), SlotBytes(), std::uint8_t{0});
 }
 
-bool ImageList::Replace(int slot, const Picture& picture) {
+bool ImageList::Replace(int slot, const SlotPicture& picture) {
     if (slot < 0 || slot >= count)
         return false;
     Store(slot, picture);
     return true;
 }
 
-void ImageList::Store(int slot, const Picture& picture) {
-    std::uint8_t* const start = Pixels(slot);
-    std::fill_n(start, SlotBytes(), std::uint8_t{0});
-    const int lines = std::min(height, picture.height), columns = std::min(width, picture.width);
-    // Neighbours are mostly alike.
-    std::uint32_t lastColour = 0;
-    std::uint8_t lastIndex = 0;
-    for (int y = 0; y < lines; ++y) {
-        const std::uint8_t* pixel =
-            picture.pixels.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(picture.width) * 3;
-        std::uint8_t* const line = start + static_cast<std::size_t>(y) * LineBytes();
-        for (int x = 0; x < columns; ++x, pixel += 3) {
-            const std::uint32_t colour = pixel[0] | pixel[1] << 8 | pixel[2] << 16;
-            if (colour != lastColour) {
-                lastColour = colour;
-                lastIndex = NearestStandardColour(pixel[0], pixel[1], pixel[2]);
-            }
-            line[x / 2] |= static_cast<std::uint8_t>(x % 2 == 0 ? lastIndex << 4 : lastIndex);
-        }
+void ImageList::Store(int slot, const SlotPicture& picture) {
+    std::uint8_t* line = Pixels(slot);
+    std::fill_n(line, SlotBytes(), std::uint8_t{0});
+    const int columns = std::min(width, picture.width);
+    const auto bytes = static_cast<std::size_t>((columns + 1) / 2);
+    const std::uint8_t* from = picture.bytes.data();
+    for (int y = 0; y < std::min(height, picture.height); ++y) {
+        std::copy_n(from, bytes, line);
+        if (columns % 2 != 0)
+            line[bytes - 1] &= 0xF0;
+        from += picture.LineBytes();
+        line += LineBytes();
     }
 }
 

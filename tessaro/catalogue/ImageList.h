@@ -20,6 +20,18 @@ struct Picture {
     bool operator==(const Picture&) const = default;
 };
 
+/// A picture as a slot holds it: two pixels a byte, left one high, top line first, numbers of standard colours.
+struct SlotPicture {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> bytes;
+
+    std::size_t LineBytes() const { return static_cast<std::size_t>((width + 1) / 2); }
+    bool operator==(const SlotPicture&) const = default;
+};
+/// Every colour replaced by the nearest of the sixteen. Any thread.
+SlotPicture Reduced(const Picture& picture);
+
 /// The sixteen standard colours in the platform's order: red, green, blue.
 extern const std::array<std::array<std::uint8_t, 3>, 16> kStandardColours;
 /// Number of the nearest of the sixteen by the sum of squared differences, the first on a tie.
@@ -51,11 +63,13 @@ public:
     int Count() const { return count; }
     /// Gives the new slot, or -1 where the list is full: its stream counts with 16 bits. A picture of another size is
     /// cut or padded with black.
-    int Add(const Picture& picture);
+    int Add(const SlotPicture& picture);
+    int Add(const Picture& picture) { return Add(Reduced(picture)); }
     /// Takes the last slot back; the room that was made for it stays.
     void RemoveLast();
     /// False for a slot that is not there.
-    bool Replace(int slot, const Picture& picture);
+    bool Replace(int slot, const SlotPicture& picture);
+    bool Replace(int slot, const Picture& picture) { return Replace(slot, Reduced(picture)); }
     /// The slot drawn back; an empty picture for a slot that is not there.
     Picture Draw(int slot) const;
 
@@ -79,7 +93,7 @@ private:
     std::size_t SlotBytes() const { return LineBytes() * static_cast<std::size_t>(height); }
     std::uint8_t* Pixels(int slot);
     const std::uint8_t* Pixels(int slot) const;
-    void Store(int slot, const Picture& picture);
+    void Store(int slot, const SlotPicture& picture);
 
     int width = 0, height = 0;
     int grow = 0;    ///< as the stream shows it

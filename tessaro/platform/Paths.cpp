@@ -58,15 +58,16 @@ std::wstring Join(std::wstring_view folder, std::wstring_view name) {
 }
 
 PathParts SplitPath(std::wstring_view path) {
-    PathParts parts;
+    const std::wstring_view title = TitleOf(path);
+    const auto start = static_cast<std::size_t>(title.data() - path.data());
+    return {
+        {}, std::wstring(path.substr(0, start)), std::wstring(title), std::wstring(path.substr(start + title.size()))};
+}
+
+std::wstring_view TitleOf(std::wstring_view path) {
     const std::size_t cut = path.find_last_of(L"/\\");
-    const std::size_t nameStart = cut == std::wstring_view::npos ? 0 : cut + 1;
-    const std::wstring_view name = path.substr(nameStart);
-    const std::size_t point = std::min(name.rfind(L'.'), name.size());
-    parts.folder = path.substr(0, nameStart);
-    parts.name = name.substr(0, point);
-    parts.extension = name.substr(point);
-    return parts;
+    const std::wstring_view name = path.substr(cut == std::wstring_view::npos ? 0 : cut + 1);
+    return name.substr(0, name.rfind(L'.'));
 }
 
 std::optional<std::wstring> FindPath(std::wstring_view path) {

@@ -26,6 +26,8 @@ struct PathParts {
     std::wstring nameAndExtension() const { return name + extension; }
 };
 PathParts SplitPath(std::wstring_view path);
+/// The name without folder and extension: a part of the given text.
+std::wstring_view TitleOf(std::wstring_view path);
 
 struct FileStatus {
     Time created = 0; ///< birth time, or the last-write time where the file system has none

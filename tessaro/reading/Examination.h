@@ -16,6 +16,7 @@ struct ExaminationTask {
     bool useLargeImages = true;
     /// Drawn in place of the points that the bridge gives.
     std::optional<MarkPoints> marks;
+    bool keepDrawn = false; ///< for tools that look at the pictures in all their colours
 };
 
 /// What was found. Changes to the Block are the differences between `before` and `after`, so that nothing is undone
@@ -27,7 +28,8 @@ struct Examination {
     bool complete = false;  ///< not ended early by a lock file, by a drawing that can't be opened, or by an exception
     bool succeeded = false; ///< the bridge succeeded
     MarkPoints points;
-    std::optional<Thumbnails> pictures;
+    std::optional<SlotPictures> pictures;
+    std::optional<Thumbnails> drawn; ///< the same before they were reduced, where the task asks for it
 };
 
 /// Main thread while a dialog is open.

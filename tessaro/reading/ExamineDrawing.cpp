@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace {
 
@@ -33,6 +34,7 @@ private:
     void ReadImageSection();
     void TakeHeaderText(const std::vector<std::uint8_t>& bytes);
     void ReadBitmap();
+    void DrawPictures();
 
     const ExaminationTask& task;
     Examination& found;
@@ -72,7 +74,7 @@ void Reading::Run() {
     if (task.marks)
         found.points = *task.marks;
     if (preview)
-        found.pictures = DrawThumbnails(task.useLargeImages, found.after.fileType, *preview, isPng, found.points);
+        DrawPictures();
     found.complete = true;
 }
 
@@ -116,6 +118,13 @@ void Reading::ReadBitmap() {
         preview = ReadBitmapFile(bitmap);
 }
 
+void Reading::DrawPictures() {
+    Thumbnails drawn = DrawThumbnails(task.useLargeImages, found.after.fileType, *preview, isPng, found.points);
+    found.pictures.emplace(drawn);
+    if (task.keepDrawn)
+        found.drawn = std::move(drawn);
+}
+
 void ShowInRow(const Directory& directory, const Block& block) {
     BrowserWindow* const window = theBlockDlg;
     if (window == nullptr || !IsShown(directory))
@@ -131,15 +140,16 @@ void ShowInRow(const Directory& directory, const Block& block) {
     window->SetBlockCell(row, kModifiedColumn, platform::FormatTime(block.modified, dateFormat));
 }
 
+/// Not over what another one changed meanwhile.
 template <typename Value> void TakeOver(Value& value, const Value& before, const Value& after) {
-    if (after != before)
+    if (after != before && value == before)
         value = after;
 }
 
 } // namespace
 
 ExaminationTask TaskFor(const Directory& directory, const Block& block) {
-    return {directory.path, block, directory.showInsPts, directory.useLargeImages, std::nullopt};
+    return {directory.path, block, directory.showInsPts, directory.useLargeImages, std::nullopt, false};
 }
 
 void Examine(const ExaminationTask& task, Examination& found) {

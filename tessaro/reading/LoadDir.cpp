@@ -9,7 +9,7 @@
 #include "tessaro/reading/BlockRows.h"
 #include "tessaro/reading/DirectoryScan.h"
 #include "tessaro/reading/DirectoryUsers.h"
-#include "tessaro/reading/ExamineBlock.h"
+#include "tessaro/reading/Examinations.h"
 #include "tessaro/reading/HopBudget.h"
 #include "tessaro/reading/Loader.h"
 #include "tessaro/reading/WorkerPriority.h"
@@ -23,26 +23,65 @@ namespace {
 constexpr std::int32_t kStopped = 0;
 constexpr std::int32_t kDone = 123;
 
-/// One pass of the worker over a Directory. All that touches records or window stands inside calls on the main thread,
-/// each of them short; between rows it looks at `pause`.
+/// Fewer leave no more memory than the next Directory needs at once.
+constexpr int kManyPictures = 1000;
+
+/// One pass of the worker over a Directory. All that touches records or window stands in parts that run on the main
+/// thread, one behind the other in the same call until its budget is spent or the worker has something to do; between
+/// rows and between Blocks they look at `pause`.
 class DirectoryPass {
 public:
-    explicit DirectoryPass(Directory& read) : directory(read) {}
+    explicit DirectoryPass(Directory& read) : directory(read), scan(read), examinations(read) {}
 
     std::int32_t Run() {
         Start();
-        if (!ScanDirectory(directory) || !dialogOpen)
+        if (!scan.Read())
             return kStopped;
-        if (PrepareFill()) {
-            InsertRows();
-            FillRows();
-            EndFill();
+        for (;;) {
+            platform::CallOnMainThread([this] {
+                const HopBudget budget;
+                while (Advance(budget) && !budget.Spent()) {
+                }
+            });
+            switch (part) {
+            case Part::Scan:
+                scan.Prepare();
+                break;
+            case Part::Save:
+                SaveDirCache(directory);
+                part = Part::EndSave;
+                break;
+            case Part::Done:
+                if (muchFreed)
+                    platform::ReturnFreedMemory();
+                return result;
+            case Part::FillRows:
+            case Part::EndFill:
+            case Part::BeginVerifying:
+            case Part::Verify:
+                LookAndExamine();
+                break;
+            default:
+                break;
+            }
         }
-        Verify();
-        return kDone;
     }
 
 private:
+    enum class Part {
+        Scan,
+        PrepareFill,
+        InsertRows,
+        FillRows,
+        EndFill,
+        BeginVerifying,
+        Verify,
+        End,
+        Save,
+        EndSave,
+        Done
+    };
+
     bool Shown() const { return IsShown(directory); }
 
     void SetPriority() const { SetWorkerPriority(Shown() ? WorkerPriority::Normal : WorkerPriority::Lowest); }
@@ -63,66 +102,107 @@ private:
             SetWorkerPriority(WorkerPriority::Normal);
     }
 
-    /// Tells the count; true where the block list is to be filled.
-    bool PrepareFill() const {
-        bool fill = false;
-        platform::CallOnMainThread([&] {
-            SetDirectoryCell(directory, kCountColumn,
-                             platform::Format(L"%ld", static_cast<long>(directory.blocks.size())));
-            SetDirectoryCell(directory, dirStateColumn, L"L");
-            BrowserWindow* const window = theBlockDlg;
-            // Rows are there only where the Directory became the shown one after the start.
-            fill = window != nullptr && Shown() && window->BlockRowCount() == 0;
-            if (!fill)
-                return;
-            window->ShowCurtain(true);
-            window->ClearBlockViewBits();
-            TakeBlockRows(directory);
-        });
-        return fill;
+    /// Stands also behind the last Block that was examined: a Directory that was put first meanwhile would else be
+    /// taken out of the queue in this one's place.
+    void LookAndExamine() {
+        CheckPause();
+        SetPriority();
+        if (picturesMissing)
+            LoadDirCache(directory); // the new pictures join the old ones
+        picturesMissing = false;
+        examinations.Run();
     }
 
-    void InsertRows() {
+    /// Goes on with the present part. False where the worker is to look first. Main thread, as all that follows.
+    bool Advance(const HopBudget& budget) {
+        switch (part) {
+        case Part::Scan:
+            if (!scan.Apply(budget))
+                return false;
+            part = Part::PrepareFill;
+            return true;
+        case Part::PrepareFill:
+            part = PrepareFill();
+            return true;
+        case Part::InsertRows:
+            InsertRows(budget);
+            return true;
+        case Part::FillRows:
+            return FillRows(budget);
+        case Part::EndFill:
+            EndFill();
+            part = Part::BeginVerifying;
+            return false;
+        case Part::BeginVerifying:
+            return BeginVerifying();
+        case Part::Verify:
+            return Verify(budget);
+        case Part::End:
+            part = BeginSave() ? Part::Save : Part::Done;
+            if (part == Part::Done)
+                EndPass();
+            return false;
+        case Part::EndSave:
+            EndSave();
+            EndPass();
+            part = Part::Done;
+            return false;
+        default:
+            return false;
+        }
+    }
+
+    /// Tells the count; the block list is to be filled where it is shown and empty.
+    Part PrepareFill() {
+        if (!dialogOpen) {
+            result = kStopped;
+            return Part::Done;
+        }
+        SetDirectoryCell(directory, kCountColumn, platform::Format(L"%ld", static_cast<long>(directory.blocks.size())));
+        SetDirectoryCell(directory, dirStateColumn, L"L");
+        BrowserWindow* const window = theBlockDlg;
+        // Rows are there only where the Directory became the shown one after the start.
+        if (window == nullptr || !Shown() || window->BlockRowCount() != 0)
+            return Part::BeginVerifying;
+        window->ShowCurtain(true);
+        window->ClearBlockViewBits();
+        TakeBlockRows(directory);
+        return Part::InsertRows;
+    }
+
+    void InsertRows(const HopBudget& budget) {
         const std::wstring reserved = L"12345678";
-        bool done = false;
-        while (!done)
-            platform::CallOnMainThread([&] {
-                BrowserWindow* const window = theBlockDlg;
-                const HopBudget budget;
-                // A delete may have emptied the list, and freed it of its Directory, since the call before.
-                TakeBlockRows(directory);
-                while (window != nullptr && rows.size() < directory.blocks.size()) {
-                    rows.push_back(window->InsertBlockRow(reserved));
-                    if (budget.Spent())
-                        return;
-                }
-                if (window != nullptr)
-                    window->ArrangeBlocks();
-                done = true;
-            });
-    }
-
-    void FillRows() {
-        auto row = rows.begin();
-        std::list<Block*>::iterator place;
-        platform::CallOnMainThread([&] { place = directory.blocks.begin(); });
-        while (row != rows.end()) {
-            platform::CallOnMainThread([&] {
-                BrowserWindow* const window = theBlockDlg;
-                const HopBudget budget;
-                TakeBlockRows(directory);
-                do {
-                    if (window != nullptr && Shown())
-                        FillRow(*window, *row, **place);
-                    ++place;
-                    ++row;
-                } while (row != rows.end() && loader.pause < 1 && Shown() && !budget.Spent());
-            });
-            CheckPause();
-            SetPriority();
-            if (!Shown())
+        BrowserWindow* const window = theBlockDlg;
+        // A delete may have emptied the list, and freed it of its Directory, since the call before.
+        TakeBlockRows(directory);
+        while (window != nullptr && rows.size() < directory.blocks.size()) {
+            rows.push_back(window->InsertBlockRow(reserved));
+            if (budget.Spent())
                 return;
         }
+        if (window != nullptr)
+            window->ArrangeBlocks();
+        nextRow = rows.begin();
+        place = directory.blocks.begin();
+        part = nextRow == rows.end() ? Part::EndFill : Part::FillRows;
+    }
+
+    bool FillRows(const HopBudget& budget) {
+        if (!Shown()) {
+            part = Part::EndFill;
+            return true;
+        }
+        TakeBlockRows(directory);
+        while (loader.pause < 1 && Shown() && !budget.Spent()) {
+            if (BrowserWindow* const window = theBlockDlg)
+                FillRow(*window, *nextRow, **place);
+            ++place;
+            if (++nextRow == rows.end()) {
+                part = Part::EndFill;
+                return false; // the worker looks behind each row
+            }
+        }
+        return false;
     }
 
     static void FillRow(BrowserWindow& window, int row, Block& block) {
@@ -133,108 +213,96 @@ private:
     }
 
     static void EndFill() {
-        if (!dialogOpen)
+        BrowserWindow* const window = theBlockDlg;
+        if (!dialogOpen || window == nullptr)
             return;
-        platform::CallOnMainThread([] {
-            BrowserWindow* const window = theBlockDlg;
-            if (window == nullptr)
-                return;
-            window->FillBlockControls(false);
-            window->ShowCurtain(false);
-        });
+        window->FillBlockControls(false);
+        window->ShowCurtain(false);
     }
 
-    void Verify() {
-        CheckPause();
-        bool loaded = false;
-        std::list<Block*>::iterator place;
-        platform::CallOnMainThread([&] {
-            loaded = directory.loaded;
-            SetDirectoryCell(directory, dirStateColumn, loaded ? L"" : L"V");
-            place = directory.blocks.begin();
-        });
-        if (loaded)
-            return;
-        for (bool more = true; more;) {
-            // Also behind a last Block that was examined: a Directory that was put first meanwhile would else be taken
-            // out of the queue in this one's place.
-            CheckPause();
-            SetPriority();
-            Changed changed;
-            platform::CallOnMainThread([&] { more = CompareBlocks(place, changed); });
-            if (changed.picturesMissing)
-                LoadDirCache(directory); // the new picture joins the old ones
-            if (changed.block != nullptr)
-                ExamineBlock(directory, *changed.block);
-        }
-        if (BeginSave()) {
-            SaveDirCache(directory);
-            platform::CallOnMainThread([this] { EndSave(); });
-            platform::ReturnFreedMemory();
-        }
-        platform::CallOnMainThread([this] {
-            directory.loaded = true;
-            SetDirectoryCell(directory, dirStateColumn, L"");
-        });
+    bool BeginVerifying() {
+        if (loader.pause >= 1)
+            return false;
+        const bool loaded = directory.loaded;
+        SetDirectoryCell(directory, dirStateColumn, loaded ? L"" : L"V");
+        place = directory.blocks.begin();
+        part = loaded ? Part::Done : Part::Verify;
+        return true;
     }
 
-    /// True where the pictures go to their file and out of memory.
-    bool BeginSave() const {
-        bool save = false;
-        platform::CallOnMainThread([&] {
-            save = !Shown() && directory.dirty && BeginSaving(&directory);
-            if (save)
-                SetDirectoryCell(directory, dirStateColumn, L"S");
-        });
-        return save;
-    }
-
-    void EndSave() {
-        EndSaving();
-        directory.dirty = false;
-        // It may have become the shown one meanwhile, whose pictures nobody would read again.
-        if (!Shown())
-            FreeImages(directory);
-    }
-
-    struct Changed {
-        Block* block = nullptr;
-        bool picturesMissing = false; ///< and they are needed: the Directory is not shown
-    };
-
-    /// Compares Blocks with their files from `place` on, up to one that must be examined, which is given in `changed`,
-    /// or to an interruption. False where there is no Block left.
-    bool CompareBlocks(std::list<Block*>::iterator& place, Changed& changed) const {
-        const HopBudget budget;
-        while (place != directory.blocks.end()) {
+    /// Takes over what was examined, and compares the next Blocks with their files.
+    bool Verify(const HopBudget& budget) {
+        picturesMissing = !examinations.Apply();
+        if (loader.pause >= 1 || !examinations.Empty())
+            return false;
+        while (place != directory.blocks.end() && !examinations.Full()) {
             Block& block = **place;
             ++place;
-            if (!directory.isInternal && !block.checked) {
-                if (!block.cached || block.cachedStatus != block.status) {
-                    if (Shown())
-                        ShowFileCells(block);
-                    changed = {&block, !Shown() && !directory.imagesLoaded};
-                    return true;
-                }
-                block.checked = block.cached = true;
-            }
+            Compare(block);
             if (loader.pause >= 1 || budget.Spent())
-                return true;
+                return false;
         }
-        return false;
+        if (!examinations.Empty())
+            return false;
+        part = Part::End;
+        return true;
+    }
+
+    void Compare(Block& block) {
+        if (directory.isInternal || block.checked)
+            return;
+        if (block.cached && block.cachedStatus == block.status) {
+            block.checked = true;
+            return;
+        }
+        if (Shown())
+            ShowFileCells(block);
+        else
+            picturesMissing = picturesMissing || !directory.imagesLoaded;
+        examinations.Add(block);
     }
 
     void ShowFileCells(const Block& block) const {
         BrowserWindow* const window = theBlockDlg;
         if (window == nullptr)
             return;
-        const int row = window->FindBlockRow(&block);
-        if (row >= 0)
-            SetFileCells(*window, row, block);
+        const int shownIn = window->FindBlockRow(&block);
+        if (shownIn >= 0)
+            SetFileCells(*window, shownIn, block);
+    }
+
+    /// True where the pictures go to their file and out of memory.
+    bool BeginSave() const {
+        if (Shown() || !directory.dirty || !BeginSaving(&directory))
+            return false;
+        SetDirectoryCell(directory, dirStateColumn, L"S");
+        return true;
+    }
+
+    void EndSave() {
+        EndSaving();
+        muchFreed = directory.smallImages->Count() >= kManyPictures;
+        directory.dirty = false;
+        // It may have become the shown one meanwhile, whose pictures nobody would read again.
+        if (!Shown())
+            FreeImages(directory);
+    }
+
+    void EndPass() const {
+        directory.loaded = true;
+        SetDirectoryCell(directory, dirStateColumn, L"");
     }
 
     Directory& directory;
+    DirectoryScan scan;
+    Examinations examinations;
+    bool picturesMissing = false; ///< and they are needed: the Directory is not shown
+    bool muchFreed = false;
+    Part part = Part::Scan;
+    std::int32_t result = kDone;
     std::vector<int> rows; ///< one a Block, in their order
+    std::vector<int>::iterator nextRow;
+    std::list<Block*>::iterator place; ///< the next Block to fill or to verify
 };
 
 } // namespace

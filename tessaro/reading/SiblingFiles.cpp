@@ -39,11 +39,16 @@ std::optional<std::wstring> FindBitmapFile(std::wstring_view drawing) {
 
 std::optional<std::wstring> FindDescriptionFile(std::wstring_view drawing) {
     const platform::PathParts parts = platform::SplitPath(drawing);
-    const auto spelled = [&](const wchar_t* folder, const wchar_t* extension) {
-        return parts.driveAndFolder() + folder + platform::kSeparator + parts.name + extension;
-    };
-    return FindSpelling({spelled(L"VEXLIB", L".lsa"), spelled(L"VEXLIB", L".LSA"), spelled(L"vexlib", L".lsa"),
-                         spelled(L"vexlib", L".LSA")});
+    for (const wchar_t* const name : {L"VEXLIB", L"vexlib"}) {
+        const std::wstring folder = parts.driveAndFolder() + name;
+        // Few folders have it, and each of their drawings asks.
+        if (!platform::FileExistsAsSpelled(folder))
+            continue;
+        const std::wstring stem = folder + platform::kSeparator + parts.name;
+        if (const auto file = FindSpelling({stem + L".lsa", stem + L".LSA"}))
+            return file;
+    }
+    return std::nullopt;
 }
 
 std::optional<std::wstring> ReadFirstLine(std::wstring_view path) {

@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include <stdexcept>
 
 using catalogue_tests::Bytes;
@@ -189,6 +191,31 @@ TEST(ImageList, SlotsAreAddedReplacedAndDrawn) {
     EXPECT_FALSE(list.Replace(-1, blue));
     EXPECT_EQ(list.Draw(2), Picture());
     EXPECT_EQ(list.Draw(-1), Picture());
+}
+
+TEST(ImageList, EveryPixelIsReducedByItselfWhateverItsNeighboursAre) {
+    std::mt19937 random(5);
+    for (const int width : {1, 2, 7, 8, 9, 16, 17, 66, 130})
+        for (int variety : {1, 2, 5, 40}) {
+            Picture picture(width, 12);
+            for (int y = 0; y < picture.height; ++y)
+                for (int x = 0; x < width; ++x) {
+                    const auto value = random() % 3 == 0 ? random() % static_cast<unsigned>(variety) : 0;
+                    const auto part = [&](unsigned factor) { return static_cast<std::uint8_t>(value * factor); };
+                    SetPixel(picture, x, y, {part(37), part(101), part(11), 0});
+                }
+            const SlotPicture reduced = Reduced(picture);
+            ASSERT_EQ(reduced.bytes.size(), reduced.LineBytes() * 12);
+            for (int y = 0; y < picture.height; ++y)
+                for (int x = 0; x < width; ++x) {
+                    const std::uint8_t pair =
+                        reduced
+                            .bytes[reduced.LineBytes() * static_cast<std::size_t>(y) + static_cast<std::size_t>(x / 2)];
+                    const std::uint8_t* const rgb = &picture.pixels[static_cast<std::size_t>(y * width + x) * 3];
+                    ASSERT_EQ(x % 2 == 0 ? pair >> 4 : pair & 15, NearestStandardColour(rgb[0], rgb[1], rgb[2]))
+                        << width << ' ' << variety << ' ' << x << ' ' << y;
+                }
+        }
 }
 
 TEST(ImageList, ASlotThatIsTakenBackIsGivenAgain) {

@@ -48,15 +48,16 @@ protected:
         block.name = platform::FromNarrow(file.stem().string());
         ExaminationTask task = TaskFor(directory, block);
         task.marks = background == "302821" ? MarkPoints{40.5, 33.25} : MarkPoints{};
+        task.keepDrawn = true;
         Examination found;
         Examine(task, found);
-        if (!found.pictures || !found.pictures->large)
+        if (!found.drawn || !found.drawn->large)
             return {};
         ApplyExamination(directory, block, found);
         const std::string key = name + ' ' + background + ' ';
-        return {{key + "large drawn", sha256(found.pictures->large->pixels)},
+        return {{key + "large drawn", sha256(found.drawn->large->pixels)},
                 {key + "large stored", sha256(directory.largeImages->Draw(block.imageIndex).pixels)},
-                {key + "small drawn", sha256(found.pictures->small.pixels)},
+                {key + "small drawn", sha256(found.drawn->small.pixels)},
                 {key + "small stored", sha256(directory.smallImages->Draw(block.imageIndex).pixels)}};
     }
 };

@@ -208,6 +208,38 @@ TEST_F(Interleavings, AKickCutsTheLoopsWaitShort) {
     ASSERT_TRUE(ServeUntil([&] { return second->loaded; }));
 }
 
+TEST_F(Interleavings, AClickEndsTheBlocksThatTravelTogetherBehindTheOneThatIsExamined) {
+    Directory* const shown = AddFolder("shown", {"x"});
+    Directory* const background = AddFolder("background", {"a", "b", "c", "d"});
+    Directory* const clicked = AddFolder("clicked", {"y"});
+    currentDirectory = shown;
+    HoldAt("background/b");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    ShowDirectory(clicked);
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_THAT(Examined(),
+                ElementsAre("shown/x", "background/a", "background/b", "clicked/y", "background/c", "background/d"))
+        << "what was examined by then is kept";
+    EXPECT_EQ(background->loaded, true);
+}
+
+TEST_F(Interleavings, ADescriptionThatChangesWhileItsDrawingIsExaminedStays) {
+    Directory* const shown = AddFolder("shown", {});
+    WriteDrawing("shown", "a", tests::DrawingBuilder("AC1015").entry(1, std::string("stored\0", 7)));
+    WriteDrawing("shown", "b", tests::DrawingBuilder("AC1015").entry(1, std::string("stored\0", 7)));
+    currentDirectory = shown;
+    HoldAt("shown/b");
+    Open();
+    ASSERT_TRUE(ServeUntilHeld());
+    BlockOf(*shown, L"b")->description = L"typed meanwhile";
+    Release();
+    ASSERT_TRUE(ServeUntilAllLoaded());
+    EXPECT_EQ(BlockOf(*shown, L"a")->description, L"stored");
+    EXPECT_EQ(BlockOf(*shown, L"b")->description, L"typed meanwhile");
+}
+
 TEST_F(Interleavings, APictureThatIsFoundAfterItsDirectoryWasLeftJoinsTheSavedOnes) {
     Directory* const left = AddFolder("left", {});
     for (const char* title : {"a", "b", "c"})

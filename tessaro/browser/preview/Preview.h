@@ -27,6 +27,17 @@ struct Thumbnails {
     Picture small;
 };
 
+/// The same as the lists hold it.
+struct SlotPictures {
+    SlotPictures() = default;
+    explicit SlotPictures(const Thumbnails& pictures) : small(Reduced(pictures.small)) {
+        if (pictures.large)
+            large = Reduced(*pictures.large);
+    }
+    std::optional<SlotPicture> large;
+    SlotPicture small;
+};
+
 /// Draws the preview with its marks. The palette of a preview that is no PNG is adapted in place, once, and the large
 /// picture patches a count of 0 colours to 256 in place, which the small one then finds. Up to `fileType` 14 a frame of
 /// one pixel is left out. Any thread; reads `backColor` and `foreColor`.
@@ -35,7 +46,7 @@ Thumbnails DrawThumbnails(bool withLarge, std::int32_t fileType, PreviewBytes& p
 
 /// Puts the pictures into both lists: new slots where `imageIndex` is 0 at the start, else the old one, whose row is
 /// then repainted when the Directory is the shown one. Main thread while a dialog is open.
-void StoreThumbnails(Directory& directory, Block& block, const Thumbnails& pictures);
+void StoreThumbnails(Directory& directory, Block& block, const SlotPictures& pictures);
 
 /// Both in one step: draws the preview with its marks into both image lists. Main thread while a dialog is open.
 void RenderThumbnail(Directory& directory, Block& block, PreviewBytes& preview, bool isPng, const MarkPoints& points);

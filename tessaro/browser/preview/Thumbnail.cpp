@@ -88,7 +88,7 @@ Thumbnails DrawThumbnails(bool withLarge, std::int32_t fileType, PreviewBytes& p
 namespace {
 
 /// The new slot in both lists; the placeholder's where one of them is full. The lists stay in step, whatever happens.
-int AddPictures(Directory& directory, const Thumbnails& pictures) {
+int AddPictures(Directory& directory, const SlotPictures& pictures) {
     if (pictures.large && directory.LargeForWrite().Add(*pictures.large) < 0)
         return 0;
     try {
@@ -102,7 +102,7 @@ int AddPictures(Directory& directory, const Thumbnails& pictures) {
 
 } // namespace
 
-void StoreThumbnails(Directory& directory, Block& block, const Thumbnails& pictures) {
+void StoreThumbnails(Directory& directory, Block& block, const SlotPictures& pictures) {
     if (block.imageIndex == 0) {
         block.imageIndex = AddPictures(directory, pictures);
         if (block.imageIndex == 0)
@@ -119,5 +119,6 @@ void StoreThumbnails(Directory& directory, Block& block, const Thumbnails& pictu
 }
 
 void RenderThumbnail(Directory& directory, Block& block, PreviewBytes& preview, bool isPng, const MarkPoints& points) {
-    StoreThumbnails(directory, block, DrawThumbnails(directory.useLargeImages, block.fileType, preview, isPng, points));
+    StoreThumbnails(directory, block,
+                    SlotPictures(DrawThumbnails(directory.useLargeImages, block.fileType, preview, isPng, points)));
 }
