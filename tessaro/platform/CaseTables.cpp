@@ -408,15 +408,11 @@ template <std::size_t count> wchar_t Map(const CaseRange (&ranges)[count], wchar
 
 } // namespace
 
-wchar_t LowerCharacter(wchar_t c) {
-    if (c < 0x80)
-        return c >= L'A' && c <= L'Z' ? c + (L'a' - L'A') : c;
+wchar_t LowerOfTable(wchar_t c) {
     return Map(kLower, c);
 }
 
-wchar_t UpperCharacter(wchar_t c) {
-    if (c < 0x80)
-        return c >= L'a' && c <= L'z' ? c - (L'a' - L'A') : c;
+wchar_t UpperOfTable(wchar_t c) {
     return Map(kUpper, c);
 }
 

@@ -1,5 +1,6 @@
 #include "tessaro/platform/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -51,8 +52,11 @@ std::optional<std::uint32_t> TakeCharacter(std::string_view& bytes) {
 }
 
 std::optional<std::wstring> FromUtf8(std::string_view bytes) {
-    std::wstring text;
+    // Most texts are plain.
+    const auto plain = std::find_if(bytes.begin(), bytes.end(), [](char c) { return (c & 0x80) != 0; });
+    std::wstring text(bytes.begin(), plain);
     text.reserve(bytes.size());
+    bytes.remove_prefix(text.size());
     while (!bytes.empty()) {
         const auto code = TakeCharacter(bytes);
         if (!code)

@@ -63,13 +63,15 @@ double Beyond(const std::string& number) {
 
 std::wstring ToUpper(std::wstring_view text) {
     std::wstring result(text);
-    std::transform(result.begin(), result.end(), result.begin(), UpperCharacter);
+    for (wchar_t& c : result)
+        c = UpperCharacter(c);
     return result;
 }
 
 std::wstring ToLower(std::wstring_view text) {
     std::wstring result(text);
-    std::transform(result.begin(), result.end(), result.begin(), LowerCharacter);
+    for (wchar_t& c : result)
+        c = LowerCharacter(c);
     return result;
 }
 
