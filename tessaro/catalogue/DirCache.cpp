@@ -43,6 +43,8 @@ public:
     void Write() const {
         platform::SafeFile target(file);
         CArchiveExt archive(&target, L"", compress);
+        // At once: to grow by copies costs as much as to write.
+        archive.PlainBytes().reserve((large != nullptr ? large->StreamSize() : 0) + small->StreamSize());
         if (large != nullptr)
             large->Write(archive.PlainBytes());
         small->Write(archive.PlainBytes());

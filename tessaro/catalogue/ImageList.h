@@ -75,6 +75,7 @@ public:
 
     /// Appends the stream.
     void Write(std::string& out) const;
+    std::size_t StreamSize() const;
     /// Reads one list from the front of the bytes and says in `used` where it ends, from the heads alone. Accepts 1, 4,
     /// 8, 16, 24 and 32 bits a pixel, which become four; a mask is passed over. Null where the bytes are no list or too
     /// short.

@@ -196,37 +196,46 @@ public:
         return list;
     }
 
+    /// Measures of the bitmap that holds the slots.
+    struct Sheet {
+        explicit Sheet(const ImageList& list)
+            : width(static_cast<std::uint32_t>(list.width * kSlotsInRow)),
+              height(static_cast<std::uint32_t>((list.maximum + kSlotsInRow - 1) / kSlotsInRow * list.height)),
+              stride((width * 4 + 31) / 32 * 4) {}
+        std::size_t Bytes() const { return std::size_t{stride} * height; }
+        std::uint32_t width, height, stride;
+    };
+    static constexpr std::uint32_t kPixelsAt = kFileHeadBytes + kInfoBytes + 16 * 4;
+
+    static std::size_t Size(const ImageList& list) { return kHeadBytes + kPixelsAt + Sheet(list).Bytes(); }
+
     static void Write(const ImageList& list, std::string& out) {
-        const auto rows = static_cast<std::uint32_t>((list.maximum + kSlotsInRow - 1) / kSlotsInRow);
-        const auto width = static_cast<std::uint32_t>(list.width * kSlotsInRow);
-        const std::uint32_t height = rows * static_cast<std::uint32_t>(list.height);
-        const std::uint32_t stride = (width * 4 + 31) / 32 * 4;
-        const std::uint32_t pixelsAt = kFileHeadBytes + kInfoBytes + 16 * 4;
-        out.reserve(out.size() + kHeadBytes + pixelsAt + std::size_t{stride} * height);
+        const Sheet sheet(list);
+        out.reserve(out.size() + Size(list));
         PutHead(list, out);
 
         Put(out, 0x4D42, 2);
-        Put(out, pixelsAt, 4); // the platform counts the heads only
+        Put(out, kPixelsAt, 4); // the platform counts the heads only
         Put(out, 0, 4);
-        Put(out, pixelsAt, 4);
+        Put(out, kPixelsAt, 4);
         Put(out, kInfoBytes, 4);
-        Put(out, width, 4);
-        Put(out, height, 4);
+        Put(out, sheet.width, 4);
+        Put(out, sheet.height, 4);
         Put(out, 1, 2);
         Put(out, 4, 2);
         Put(out, 0, 4);
-        Put(out, stride * height, 4);
+        Put(out, sheet.stride * sheet.height, 4);
         out.append(16, '\0'); // pixels a metre, numbers of colours
         for (const auto& colour : kStandardColours)
             Put(out, static_cast<std::uint32_t>(colour[2] | colour[1] << 8 | colour[0] << 16), 4);
 
         const std::size_t pixels = out.size();
-        out.resize(pixels + std::size_t{stride} * height);
+        out.resize(pixels + sheet.Bytes());
         for (int slot = 0; slot < list.count; ++slot) {
             const std::uint8_t* from = list.Pixels(slot);
             for (int y = 0; y < list.height; ++y, from += list.LineBytes()) {
                 const auto line = static_cast<std::uint32_t>(slot / kSlotsInRow * list.height + y);
-                char* const target = out.data() + pixels + std::size_t{stride} * (height - 1 - line);
+                char* const target = out.data() + pixels + std::size_t{sheet.stride} * (sheet.height - 1 - line);
                 PutLine(from, list.width, target, slot % kSlotsInRow * list.width);
             }
         }
@@ -298,6 +307,10 @@ private:
         }
     }
 };
+
+std::size_t ImageList::StreamSize() const {
+    return ImageListStream::Size(*this);
+}
 
 void ImageList::Write(std::string& out) const {
     ImageListStream::Write(*this, out);
