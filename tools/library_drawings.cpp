@@ -15,7 +15,7 @@ namespace tools {
 namespace {
 
 constexpr std::uint32_t julianDayOfEpoch = 2440588;
-/// As most editors save it; the pictures are then most of a small drawing, as they are in real libraries.
+/// The most frequent size in real drawings; the picture is then most of a small drawing, as it is in real libraries.
 constexpr int pictureWidth = 256, pictureHeight = 102;
 
 struct Named {
