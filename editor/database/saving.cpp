@@ -43,9 +43,20 @@ public:
         return ::fchmod(descriptor, mode) == 0 && ::fsync(descriptor) == 0;
     }
 
+    /// Stands for the content of `other` instead: as a further name of it, or as a copy where a file has one name only.
+    bool holdContentOf(const std::filesystem::path& other) {
+        ::unlink(name.c_str());
+        if (::link(other.c_str(), name.c_str()) == 0)
+            return true;
+        std::error_code failure;
+        std::filesystem::copy_file(other, name, failure);
+        return !failure;
+    }
+
     bool take(const std::filesystem::path& file) {
         if (::rename(name.c_str(), file.c_str()) != 0)
             return false;
+        ::unlink(name.c_str()); // Two names of the same content both stay.
         name.clear();
         return true;
     }
@@ -54,6 +65,14 @@ private:
     std::string name;
     int descriptor;
 };
+
+/// The old file stays in its place until the new one takes it, and an earlier back-up until this one does.
+bool keepAsBackup(const std::filesystem::path& file) {
+    std::filesystem::path backup = file;
+    backup.replace_extension(".bak");
+    TemporaryFile kept(backup);
+    return kept.isOpen() && kept.holdContentOf(file) && kept.take(backup);
+}
 
 } // namespace
 
@@ -73,18 +92,8 @@ dwg::Result<void> replaceFile(const std::filesystem::path& file, dwg::ByteView b
         return systemError("no file can be made in the folder");
     if (!temporary.write(bytes, exists ? status.st_mode & 07777 : usualMode))
         return systemError("the file can't be written");
-    if (exists && keepBackup) {
-        std::filesystem::path backup = file;
-        backup.replace_extension(".bak");
-        // A link leaves the old file in its place until the new one takes it.
-        ::unlink(backup.c_str());
-        if (::link(file.c_str(), backup.c_str()) != 0) {
-            std::error_code failure;
-            std::filesystem::copy_file(file, backup, failure);
-            if (failure)
-                return dwg::Error{dwg::ErrorKind::io, "the back-up can't be made: " + failure.message()};
-        }
-    }
+    if (exists && keepBackup && !keepAsBackup(file))
+        return systemError("the back-up can't be made");
     if (!temporary.take(file))
         return systemError("the file can't be replaced");
     return {};

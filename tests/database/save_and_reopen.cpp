@@ -107,6 +107,28 @@ TEST(SaveAs, OldFileBecomesTheBackupWhenAsked) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
 }
 
+TEST(SaveAs, ABackupThatIsTheDrawingItselfByASecondNameIsParted) {
+    const TemporaryFolder folder;
+    const auto path = folder.write("a.dwg", "old");
+    std::filesystem::create_hard_link(path, folder.path() / "a.bak");
+    AcDbDatabase database;
+    ASSERT_EQ(database.saveAs(path.wstring().c_str(), true), eOk);
+    EXPECT_EQ(readFile(folder.path() / "a.bak"), "old");
+    EXPECT_EQ(readFile(path).substr(0, 6), "AC1015");
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
+TEST(SaveAs, ABackupThatCantBeMadeLeavesTheDrawingAndTheEarlierOne) {
+    const TemporaryFolder folder;
+    const auto path = folder.write("a.dwg", "old");
+    std::filesystem::create_directories(folder.path() / "a.bak" / "inside");
+    AcDbDatabase database;
+    EXPECT_NE(database.saveAs(path.wstring().c_str(), true), eOk);
+    EXPECT_EQ(readFile(path), "old");
+    EXPECT_TRUE(std::filesystem::exists(folder.path() / "a.bak" / "inside"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder.path()), {}), 2);
+}
+
 TEST(SaveAs, ReadOnlyFileIsRefusedAndStays) {
     const TemporaryFolder folder;
     const auto path = folder.write("a.dwg", "old");

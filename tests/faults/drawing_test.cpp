@@ -12,6 +12,7 @@ using faults::Release;
 
 const char* const kDrawing = "door.dwg";
 const char* const kBackup = "door.bak";
+const char* const kEarlier = "the day before";
 
 class Read : public Operation {
 public:
@@ -42,6 +43,7 @@ public:
 
     void Prepare() override {
         Write(kDrawing, DrawingOf(release));
+        Write(kBackup, kEarlier);
         ASSERT_EQ(database.readDwgFile(Wide(kDrawing).c_str()), 0);
         faults::DrawCircle(database);
     }
@@ -62,7 +64,14 @@ public:
         }
         if (onto == Onto::itself && now == "as drawn, 3") {
             EXPECT_EQ(Bytes(kBackup), old) << "the old file goes on as the back-up";
+        } else {
+            EXPECT_TRUE(Bytes(kBackup) == kEarlier || (onto == Onto::itself && Bytes(kBackup) == old))
+                << "there is a back-up at any time";
         }
+        const bool mayRemove = outcome.fault == nullptr || !outcome.fault->order.stays;
+        for (const auto& entry : std::filesystem::directory_iterator(Folder()))
+            EXPECT_TRUE(!mayRemove || entry.path().extension() == ".dwg" || entry.path().extension() == ".bak")
+                << entry.path();
         EXPECT_EQ(SaveIt(), 0) << "the same database saves it then";
         EXPECT_EQ(faults::Describe(Folder() / Target()), "as drawn, 3");
     }

@@ -1,6 +1,7 @@
 #include "tests/soak/ProductUse.h"
 
 #include "tests/soak/ModalAnswer.h"
+#include "tests/soak/SavedDrawing.h"
 
 #include "editor/sdk/db.h"
 #include "tessaro/browser/BlockDlg.h"
@@ -245,9 +246,12 @@ std::string ProductUse::CheckSavedDrawing() {
     if (!saved)
         return {};
     host.execute(L"QSAVE\n");
+    const std::filesystem::path plan = platform::Join(place, L"plan.dwg");
+    if (std::string broken = BrokenInDrawing(plan); !broken.empty())
+        return broken;
     AcDbDatabase read(false, false);
-    if (read.readDwgFile(platform::Join(place, L"plan.dwg").c_str()) != 0)
-        return "the saved drawing can't be read";
+    if (read.readDwgFile(plan.wstring().c_str()) != 0)
+        return "the editor can't read the saved drawing";
     const int there = CountEntities(read), open = CountEntities(*host.documents().current()->database());
     if (there != open)
         return "the saved drawing has " + std::to_string(there) + " entities, the open one " + std::to_string(open);
