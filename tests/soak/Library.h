@@ -2,6 +2,7 @@
 
 #include "tests/support/TemporaryFolder.h"
 
+#include <filesystem>
 #include <random>
 #include <set>
 #include <string>
@@ -25,6 +26,7 @@ public:
 private:
     std::string RandomDrawing();
     std::string DrawingWithPicture();
+    bool IsReal(const std::filesystem::path& file) const;
     void DrawSome();
     void Fill(const std::filesystem::path& folder);
 
