@@ -102,8 +102,6 @@ private:
             SetWorkerPriority(WorkerPriority::Normal);
     }
 
-    /// Stands also behind the last Block that was examined: a Directory that was put first meanwhile would else be
-    /// taken out of the queue in this one's place.
     void LookAndExamine() {
         CheckPause();
         SetPriority();
@@ -308,5 +306,9 @@ private:
 } // namespace
 
 std::int32_t LoadDir(Directory* directory) {
-    return DirectoryPass(*directory).Run();
+    const std::int32_t result = DirectoryPass(*directory).Run();
+    // The last look stands behind the search, the save of the pictures and the wait for the main thread, which may all
+    // take long: a Directory that was put first meanwhile would else be taken out of the queue in this one's place.
+    CheckPause();
+    return result;
 }

@@ -121,6 +121,13 @@ bool LoaderTest::ServeUntilAllLoaded() {
     return ServeUntil([this] { return AllLoaded(); });
 }
 
+bool LoaderTest::ServeUntilIdle() {
+    return ServeUntil([] {
+        const std::lock_guard queue(loader.cs);
+        return loader.pause == 0 && loader.loadQueue.empty();
+    });
+}
+
 std::vector<std::string> LoaderTest::Examined() const {
     const std::lock_guard guard(watchLock);
     return examined;

@@ -43,6 +43,8 @@ protected:
     void ServeFor(std::chrono::milliseconds time);
     bool AllLoaded() const;
     bool ServeUntilAllLoaded();
+    /// Until the queue is empty, a moment after the last Directory is `loaded`, and nothing interrupts the worker.
+    bool ServeUntilIdle();
 
     /// Titles of the drawings that were examined, folder and title ("a/one"), in
     /// their order.

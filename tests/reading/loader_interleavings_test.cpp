@@ -22,62 +22,12 @@ constexpr int dirStateColumn = 2;
 
 class Interleavings : public tests::LoaderTest {
 protected:
-    static bool QueueIsEmpty() {
-        const std::lock_guard queue(loader.cs);
-        return loader.loadQueue.empty();
-    }
-    /// The worker has nothing left to do.
-    bool ServeUntilIdle() {
-        return ServeUntil([] { return loader.pause == 0 && QueueIsEmpty(); });
-    }
     bool ServeUntilDeleted() {
         return ServeUntil([] { return loaderThreads.deletes == 0; });
     }
 };
 
 } // namespace
-
-// The queue's head
-
-TEST_F(Interleavings, ADirectoryPutFirstBetweenAPassesEndAndTheRemovalIsRemovedInItsPlace) {
-    Directory* const first = AddFolder("first", {"x"});
-    Directory* const second = AddFolder("second", {"y"});
-    currentDirectory = first;
-    bool put = false;
-    window.onDirectoryCell = [&](int column, const std::wstring& text) {
-        // The pass tells its end by emptying the column, behind its last look at `pause`.
-        if (!put && column == dirStateColumn && text.empty() && first->loaded) {
-            put = true;
-            QueueFirst(second);
-        }
-    };
-    Open();
-    ASSERT_TRUE(ServeUntilIdle());
-    EXPECT_TRUE(put);
-    EXPECT_THAT(Examined(), ElementsAre("first/x"));
-    EXPECT_FALSE(second->loaded) << "waits for the next ValidateDirs";
-    ValidateDirs();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(Examined(), ElementsAre("first/x", "second/y"));
-}
-
-TEST_F(Interleavings, TheInterruptedDirectoryStaysNextBehindTheNewHead) {
-    Directory* const background = AddFolder("background", {"a", "b"});
-    Directory* const clicked = AddFolder("clicked", {"x"});
-    AddFolder("later", {"z"});
-    currentDirectory = background;
-    HoldAt("background/a");
-    Open();
-    ASSERT_TRUE(ServeUntilHeld());
-    ShowDirectory(clicked);
-    {
-        const std::lock_guard queue(loader.cs);
-        EXPECT_EQ(*std::next(loader.loadQueue.begin()), background);
-    }
-    Release();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(Examined(), ElementsAre("background/a", "clicked/x", "background/b", "later/z"));
-}
 
 // A drawing closes while the worker reads
 
@@ -118,81 +68,6 @@ TEST_F(Interleavings, ADrawingThatClosesWhileAnotherDirectoryIsReadLosesItsPlace
     ASSERT_TRUE(ServeUntilAllLoaded());
 }
 
-// Clicks
-
-TEST_F(Interleavings, AClickInTheFillEndsItAndTheNewDirectorysRowsReplaceTheReservedOnes) {
-    Directory* const big = AddFolder("big", {"a", "b", "c", "d"});
-    Directory* const other = AddFolder("other", {"x"});
-    currentDirectory = big;
-    std::size_t filled = 0;
-    window.onBlockRowFilled = [&](int row) {
-        if (currentDirectory != big)
-            return;
-        ++filled;
-        if (row == 1)
-            ShowDirectory(other);
-    };
-    Open();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_EQ(filled, 2u);
-    EXPECT_EQ(Examined().front(), "other/x");
-    ASSERT_THAT(window.blockRows, SizeIs(1));
-    EXPECT_EQ(window.blockRows[0].text, L"x");
-    EXPECT_FALSE(window.curtain);
-}
-
-TEST_F(Interleavings, AClickOnALoadedDirectoryShowsItsRowsBeforeAnotherBlockIsExamined) {
-    Directory* const ready = AddFolder("ready", {"x", "y"});
-    Directory* const slow = AddFolder("slow", {"a", "b", "c"});
-    currentDirectory = ready;
-    HoldAt("slow/b");
-    Open();
-    ASSERT_TRUE(ServeUntilHeld());
-    EXPECT_TRUE(ready->loaded);
-    currentDirectory = slow;
-    std::vector<std::string> examinedByThen;
-    window.onBlockRowFilled = [&](int) { examinedByThen = Examined(); };
-    ShowDirectory(ready);
-    Release();
-    ASSERT_TRUE(ServeUntil([&] { return !examinedByThen.empty(); }));
-    EXPECT_THAT(examinedByThen, ElementsAre("ready/x", "ready/y", "slow/a", "slow/b"));
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(Examined(), SizeIs(5));
-}
-
-TEST_F(Interleavings, AClickWhileTheLastBlockIsExaminedIsNotLost) {
-    Directory* const slow = AddFolder("slow", {"a", "b"});
-    Directory* const clicked = AddFolder("clicked", {"x"});
-    currentDirectory = slow;
-    HoldAt("slow/b");
-    Open();
-    ASSERT_TRUE(ServeUntilHeld());
-    ShowDirectory(clicked);
-    Release();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(Examined(), ElementsAre("slow/a", "slow/b", "clicked/x"));
-    ASSERT_THAT(window.blockRows, SizeIs(1));
-    EXPECT_EQ(window.blockRows[0].text, L"x");
-}
-
-TEST_F(Interleavings, AClickOnANewDirectoryShowsItsRowsBeforeItsBlocksAreExamined) {
-    Directory* const slow = AddFolder("slow", {"a", "b"});
-    Directory* const fresh = AddFolder("fresh", {"x", "y"});
-    currentDirectory = slow;
-    HoldAt("slow/a");
-    Open();
-    ASSERT_TRUE(ServeUntilHeld());
-    std::vector<std::string> examinedByThen;
-    window.onBlockRowFilled = [&](int row) {
-        if (currentDirectory == fresh && row == 1)
-            examinedByThen = Examined();
-    };
-    ShowDirectory(fresh);
-    Release();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(examinedByThen, ElementsAre("slow/a"));
-}
-
 TEST_F(Interleavings, AKickCutsTheLoopsWaitShort) {
     waits.kick = std::chrono::minutes(10);
     Directory* const first = AddFolder("a", {"one"});
@@ -206,23 +81,6 @@ TEST_F(Interleavings, AKickCutsTheLoopsWaitShort) {
     ASSERT_TRUE(ServeUntil([] { return loader.pause == 0; }));
     loader.kickevent.SetEvent();
     ASSERT_TRUE(ServeUntil([&] { return second->loaded; }));
-}
-
-TEST_F(Interleavings, AClickEndsTheBlocksThatTravelTogetherBehindTheOneThatIsExamined) {
-    Directory* const shown = AddFolder("shown", {"x"});
-    Directory* const background = AddFolder("background", {"a", "b", "c", "d"});
-    Directory* const clicked = AddFolder("clicked", {"y"});
-    currentDirectory = shown;
-    HoldAt("background/b");
-    Open();
-    ASSERT_TRUE(ServeUntilHeld());
-    ShowDirectory(clicked);
-    Release();
-    ASSERT_TRUE(ServeUntilAllLoaded());
-    EXPECT_THAT(Examined(),
-                ElementsAre("shown/x", "background/a", "background/b", "clicked/y", "background/c", "background/d"))
-        << "what was examined by then is kept";
-    EXPECT_EQ(background->loaded, true);
 }
 
 TEST_F(Interleavings, ADescriptionThatChangesWhileItsDrawingIsExaminedStays) {

@@ -22,13 +22,6 @@ std::size_t Place(const std::vector<std::string>& list, const std::string& entry
     return static_cast<std::size_t>(std::find(list.begin(), list.end(), entry) - list.begin());
 }
 
-/// The worker takes a Directory out of the queue a moment after it is `loaded`; what is put at the head in between is
-/// taken out in its place.
-bool QueueIsEmpty() {
-    const std::lock_guard queue(loader.cs);
-    return loader.loadQueue.empty();
-}
-
 } // namespace
 
 TEST_F(LoaderTest, ReadsTheCurrentDirectoryFirstAndTheOthersInDisplayOrder) {
@@ -38,8 +31,7 @@ TEST_F(LoaderTest, ReadsTheCurrentDirectoryFirstAndTheOthersInDisplayOrder) {
     Open();
     ASSERT_TRUE(ServeUntilAllLoaded());
     EXPECT_THAT(Examined(), ElementsAre("b/two", "a/one", "c/three"));
-    EXPECT_TRUE(ServeUntil(QueueIsEmpty));
-    EXPECT_EQ(loader.pause, 0);
+    EXPECT_TRUE(ServeUntilIdle());
 }
 
 TEST_F(LoaderTest, ClickingThroughFiveDirectoriesReadsTheLastFirstAndTheOthersInReverseOrder) {
@@ -159,7 +151,7 @@ TEST_F(LoaderTest, WithoutReadDirEveryTimeALoadedDirectoryIsNotSearchedAgain) {
     Close();
     WriteDrawing("first", "b");
     Open();
-    ASSERT_TRUE(ServeUntil([] { return loader.pause == 0 && QueueIsEmpty(); }));
+    ASSERT_TRUE(ServeUntilIdle());
     EXPECT_THAT(Examined(), ElementsAre("first/a"));
     EXPECT_EQ(window.blockRows.size(), 1u) << "the list is filled all the same";
 }
@@ -213,7 +205,7 @@ TEST_F(LoaderTest, UnloadingADrawingHasTheCurrentDirectoryReadAgainWithoutAnInte
     currentDirectory = directory;
     Open();
     ASSERT_TRUE(ServeUntilAllLoaded());
-    ASSERT_TRUE(ServeUntil(QueueIsEmpty));
+    ASSERT_TRUE(ServeUntilIdle());
     WriteDrawing("first", "b");
     RequeueCurrentDirectory();
     EXPECT_EQ(loader.pause, 0);
@@ -236,7 +228,7 @@ TEST_F(LoaderTest, DeletingTheLastRowLeavesNothingAndDoesNotWait) {
     waits.deletePoll = std::chrono::minutes(10);
     Open();
     ASSERT_TRUE(ServeUntilAllLoaded());
-    ASSERT_TRUE(ServeUntil(QueueIsEmpty));
+    ASSERT_TRUE(ServeUntilIdle());
     currentDirectory = nullptr; // as the "Delete" button does for the last row
     StartDeleteDirectory(0, waits);
     ASSERT_TRUE(ServeUntil([] { return loaderThreads.deletes == 0; }));
@@ -326,7 +318,7 @@ TEST_F(LoaderTest, APassThatRunsAheadOfTheDialogFillsNothingAndLeavesTheQueue) {
     theBlockDlg = &window;
     StartLoader(waits);
     ValidateDirs();
-    ASSERT_TRUE(ServeUntil(QueueIsEmpty));
+    ASSERT_TRUE(ServeUntilIdle());
     EXPECT_THAT(Names(*directory), ElementsAre(L"one"));
     EXPECT_TRUE(window.blockRows.empty());
     EXPECT_THAT(Examined(), IsEmpty());
@@ -363,7 +355,7 @@ TEST_F(LoaderTest, TheWaitsOfARealClockAreHalfASecondAndAnEighth) {
     Directory* const second = AddFolder("b", {"two"});
     Open();
     ASSERT_TRUE(ServeUntilAllLoaded());
-    ASSERT_TRUE(ServeUntil(QueueIsEmpty));
+    ASSERT_TRUE(ServeUntilIdle());
     second->loaded = false;
     QueueFirst(second);
     ASSERT_TRUE(ServeUntilAllLoaded());
