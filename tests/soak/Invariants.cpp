@@ -1,6 +1,7 @@
 #include "tests/soak/Invariants.h"
 
 #include "tessaro/browser/BlockDlg.h"
+#include "tessaro/browser/BlockDlgControls.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/catalogue/IniStore.h"
 #include "tessaro/host/ModuleState.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <unordered_map>
 
 namespace {
 
@@ -43,6 +45,30 @@ std::string BrokenInDialog(const BlockDlg& dialog) {
     if (current != nullptr && !IsInCatalogue(current))
         return "the current directory is gone";
     return BrokenQueue();
+}
+
+std::string BrokenAtRest(BlockDlg& dialog) {
+    const ListModel& rows = dialog.Controls().blockList->Rows();
+    const Directory* const current = currentDirectory;
+    // A folder without drawings shows nothing of what it had.
+    if (rows.RowCount() == 0 && (current == nullptr || !current->loaded))
+        return {};
+    if (current == nullptr)
+        return "the block list shows rows of no directory";
+    std::unordered_map<const void*, const Block*> missing;
+    for (const Block* block : current->blocks)
+        missing.emplace(block, block);
+    for (int row = 0; row < rows.RowCount(); ++row) {
+        const auto found = missing.find(rows.Data(row));
+        if (found == missing.end())
+            return "row " + std::to_string(row) + " of the block list is of no block of the current directory";
+        if (rows.Text(row, 0) != found->second->name)
+            return "row " + std::to_string(row) + " of the block list has another name than its block";
+        missing.erase(found);
+    }
+    if (!missing.empty())
+        return std::to_string(missing.size()) + " blocks of the current directory have no row";
+    return dialog.Controls().curtainList->isHidden() ? "" : "the curtain is left before the block list";
 }
 
 std::string BrokenWhenIdle(bool sameCatalogue) {

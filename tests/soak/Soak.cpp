@@ -26,7 +26,7 @@ constexpr unsigned kMostPerOpening = 60;
 
 bool WorkerIsIdle() {
     const std::unique_lock queue(loader.cs, std::try_to_lock);
-    return queue.owns_lock() && loader.loadQueue.empty() && loader.pause == 0;
+    return queue.owns_lock() && loader.loadQueue.empty() && loader.pause == 0 && loaderThreads.deletes == 0;
 }
 
 std::unique_ptr<MapScheme> MakeScheme() {
@@ -147,6 +147,14 @@ void Soak::Watch(std::string wrong) {
 }
 
 void Soak::UseOpening(BlockDlg& dialog) {
+    deletesBefore = done["deletes"];
+    if (Chance(50)) {
+        // One click into the passes that an opening begins with, which no later one makes good.
+        for (unsigned more = random() % 40; more > 0; --more)
+            ServeEvents("using");
+        Click(dialog);
+        Rest(dialog);
+    }
     for (unsigned more = random() % kMostPerOpening; left > 0 && more > 0 && broken.empty(); --more, --left) {
         if (product && Chance(25)) {
             if (product->UseDialog(dialog))
@@ -157,6 +165,8 @@ void Soak::UseOpening(BlockDlg& dialog) {
         ServeEvents("using");
         Watch(BrokenInDialog(dialog));
     }
+    if (broken.empty() && Chance(20))
+        Rest(dialog);
 }
 
 void Soak::Operate(BlockDlg& dialog) {
@@ -182,9 +192,11 @@ void Soak::Operate(BlockDlg& dialog) {
     } else if (choice < 97) {
         dialog.SortBlocks(static_cast<int>(random() % 6));
         ++done["sorts"];
-    } else {
+    } else if (choice < 98) {
         RequeueCurrentDirectory();
         ++done["drawings closed"];
+    } else {
+        Rest(dialog);
     }
 }
 
@@ -234,6 +246,25 @@ void Soak::ServeEvents(const char* doing) {
     }
 }
 
+void Soak::Rest(BlockDlg& dialog) {
+    const auto brokenAtRest = [&] {
+        watchdog.Beat("coming to rest");
+        while (!WorkerIsIdle())
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        return BrokenAtRest(dialog);
+    };
+    ++done["rests"];
+    if (brokenAtRest().empty())
+        return;
+    // A delete empties the list of the neighbour too, if the worker was faster.
+    const bool emptied = dialog.BlockRowCount() == 0 && done["deletes"] != deletesBefore;
+    if (Directory* const current = currentDirectory)
+        QueueFirst(current);
+    Watch(brokenAtRest());
+    if (!emptied)
+        ++done["lost clicks"];
+}
+
 void Soak::WaitForAll() {
     std::size_t unread = directories.size() + 1;
     for (;;) {
@@ -249,9 +280,9 @@ void Soak::WaitForAll() {
         if (now < unread)
             watchdog.Beat("reading");
         unread = now;
-        if (unread == 0 && loaderThreads.deletes == 0 && WorkerIsIdle())
+        if (unread == 0 && WorkerIsIdle())
             return;
-        // Put first at the end of another's pass, it went in that one's place.
+        // Put first in the moment behind another's pass, it went in that one's place.
         if (unread > 0 && WorkerIsIdle())
             QueueFirst(first);
     }

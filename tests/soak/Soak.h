@@ -70,6 +70,7 @@ private:
     void Click(BlockDlg& dialog);
     void Delete(BlockDlg& dialog);
     void Reload();
+    void Rest(BlockDlg& dialog);
     void WaitForAll();
     void ServeEvents(const char* doing);
     bool Chance(unsigned percent) { return random() % 100 < percent; }
@@ -85,5 +86,6 @@ private:
     std::optional<ProductUse> product;
     std::map<std::string, int> done;
     std::string broken;
+    int deletesBefore = 0; ///< this opening
     int left;
 };
