@@ -16,6 +16,7 @@
 #include "tessaro/platform/File.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/platform/UserInterface.h"
+#include "tessaro/reading/DirectoryUsers.h"
 #include "tessaro/reading/Loader.h"
 
 #include <QApplication>
@@ -107,8 +108,10 @@ void BlockDlg::DestroyWindow() {
     for (std::thread& request : closeRequests)
         request.join();
     closeRequests.clear();
-    if (placementCallback != nullptr)
-        placementCallback(placementBlock);
+    if (placementCallback == nullptr)
+        return;
+    const HeldDirectory held(currentDirectory); // it may ask the user
+    placementCallback(placementBlock);
 }
 
 void BlockDlg::OnCommand(int id) {

@@ -8,8 +8,11 @@
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/UserInterface.h"
+#include "tessaro/reading/DirectoryUsers.h"
 
 #include <QPrinter>
+
+#include <unordered_set>
 
 namespace {
 
@@ -33,14 +36,26 @@ private:
     std::unique_ptr<PrintProgress> progress;
 };
 
+/// Not so between a click on another directory and the end of the worker's fill: the names of rows that are still those
+/// of the directory before would lead to other drawings, and reserved rows have no block yet.
+bool ShowsOnly(const ListModel& rows, const Directory& directory) {
+    const std::unordered_set<const void*> blocks(directory.blocks.begin(), directory.blocks.end());
+    for (int row = 0; row < rows.RowCount(); ++row)
+        if (!blocks.contains(rows.Data(row)))
+            return false;
+    return true;
+}
+
 } // namespace
 
 void BlockDlg::OnPrint() {
     const Directory* const directory = currentDirectory;
     if (directory == nullptr)
         return;
-    if (!directory->loaded) {
-        platform::MessageBox(L"The directory is not done loading. Please try again later.");
+    const HeldDirectory held(directory);
+    const auto refuse = [] { platform::MessageBox(L"The directory is not done loading. Please try again later."); };
+    if (!directory->loaded || !ShowsOnly(controls->blockList->Rows(), *directory)) {
+        refuse();
         return;
     }
     {
@@ -49,6 +64,11 @@ void BlockDlg::OnPrint() {
         PrintDialog dialog(printer, this);
         if (dialog.exec() != QDialog::Accepted)
             return;
+        // The worker may have begun to fill the list anew.
+        if (!ShowsOnly(controls->blockList->Rows(), *directory)) {
+            refuse();
+            return;
+        }
         ListToPrint window(*this, controls->blockList->Rows(), directory->largeImages.get());
         QtPrinterContext dc(printer);
         PrintCatalogue(dc, window);

@@ -4,6 +4,7 @@
 #include "tessaro/browser/QuickPic.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/placement/OwnBlock.h"
 
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -50,7 +51,8 @@ void BlockDlg::OpenQuickPic() {
     if (row < 0 || directory == nullptr)
         return;
     auto* const block = static_cast<Block*>(controls->blockList->Rows().Data(row));
-    if (block == nullptr)
+    // A row may still be of the directory before, whose names lead to other drawings here.
+    if (!IsBlockOf(directory, block))
         return;
     quickPic = std::make_unique<QuickPic>(this, *this);
     try {

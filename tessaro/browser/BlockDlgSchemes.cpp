@@ -6,10 +6,12 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/mapping/MapScheme.h"
 #include "tessaro/mapping/dialogs/SchemePrefs.h"
+#include "tessaro/reading/DirectoryUsers.h"
 
 void BlockDlg::OnSchemes() {
     StoreDlgState();
     const Directory* const directory = currentDirectory;
+    const HeldDirectory held(directory);
     SchemePrefs(this).DoModal();
     QComboBox& box = *controls->scheme;
     box.clear();

@@ -8,21 +8,14 @@
 #include "tessaro/catalogue/CacheOptions.h"
 #include "tessaro/catalogue/Directory.h"
 #include "tessaro/host/ModuleState.h"
+#include "tessaro/placement/OwnBlock.h"
 #include "tessaro/platform/Paths.h"
 #include "tessaro/platform/UserInterface.h"
 #include "tessaro/reading/WriteDescription.h"
 
-#include <algorithm>
-
 namespace {
 
 constexpr int kDescriptionCell = 2;
-
-/// Between a click on another directory and the worker's first step there, the rows are still those of the one before,
-/// and their names would lead to other drawings.
-bool Holds(const Directory& directory, const Block* block) {
-    return std::ranges::find(directory.blocks, block) != directory.blocks.end();
-}
 
 /// The row that shows the block of that name; the worker may have replaced rows and blocks while a dialog was open.
 int RowOf(const ListModel& rows, const std::wstring& name) {
@@ -69,7 +62,9 @@ void EditDescription(BlockDlg& dlg) {
     MyList& list = *dlg.Controls().blockList;
     const auto* const selected = static_cast<const Block*>(list.Rows().Data(dlg.SelectedBlockRow()));
     const Directory* const directory = currentDirectory;
-    if (selected == nullptr || directory == nullptr || !Holds(*directory, selected))
+    // Between a click on another directory and the worker's first step there, the rows are still those of the one
+    // before, and their names would lead to other drawings.
+    if (!IsBlockOf(directory, selected))
         return;
     const std::wstring name = selected->name;
     const auto status = platform::GetFileStatus(platform::Join(directory->path, name + L".dwg"));

@@ -16,13 +16,13 @@ namespace {
 enum class Taken { yes, later, gone };
 
 /// Takes the Directory out of the queue, of both lists of the window and of the catalogue, and its cache file with it,
-/// since the next Directory may get its name. Not while that file is being written, nor where the Directory has left
-/// the catalogue by another way.
+/// since the next Directory may get its name. Not while that file is being written or a dialog works on the Directory,
+/// nor where it has left the catalogue by another way.
 Taken TakeOut(Directory* directory, int row) {
     const auto place = std::find(directories.begin(), directories.end(), directory);
     if (place == directories.end())
         return Taken::gone;
-    if (MayBeSaved(directory))
+    if (MayBeSaved(directory) || IsHeld(directory))
         return Taken::later;
     const std::lock_guard queue(loader.cs);
     loader.loadQueue.remove(directory);

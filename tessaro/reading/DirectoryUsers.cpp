@@ -19,7 +19,8 @@ struct Users {
     std::vector<Directory*> retired;    ///< owned; guarded by `lock`
 
     // Main thread.
-    const Directory* rows = nullptr; ///< whose Blocks the block list holds
+    const Directory* rows = nullptr;    ///< whose Blocks the block list holds
+    std::vector<const Directory*> held; ///< as often as they are
 };
 
 // Never destroyed: the worker may still be there at the end of the process.
@@ -85,6 +86,18 @@ void EndReading() {
             return;
     }
     platform::CallOnMainThread(FreeUnused);
+}
+
+HeldDirectory::HeldDirectory(const Directory* directory) : held(directory) {
+    users.held.push_back(held);
+}
+
+HeldDirectory::~HeldDirectory() {
+    users.held.erase(std::ranges::find(users.held, held));
+}
+
+bool IsHeld(const Directory* directory) {
+    return std::ranges::find(users.held, directory) != users.held.end();
 }
 
 void EmptyBlockRows(BrowserWindow& window) {

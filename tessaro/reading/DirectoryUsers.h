@@ -28,6 +28,20 @@ void EndSaving();
 /// Whether another thread may be writing the Directory's cache file. Main thread.
 bool MayBeSaved(const Directory* directory);
 
+/// Keeps a Directory in the catalogue while it lives: a delete that comes meanwhile waits. For what works on it and
+/// serves events, such as a dialog, in between. Null keeps nothing. Main thread.
+class HeldDirectory {
+public:
+    explicit HeldDirectory(const Directory* directory);
+    ~HeldDirectory();
+    HeldDirectory(const HeldDirectory&) = delete;
+    HeldDirectory& operator=(const HeldDirectory&) = delete;
+
+private:
+    const Directory* const held;
+};
+bool IsHeld(const Directory* directory);
+
 /// Empties the block list. Main thread.
 void EmptyBlockRows(BrowserWindow& window);
 /// The rows of the block list hold Blocks of this Directory from now on. Main thread.

@@ -18,8 +18,6 @@ using testing::SizeIs;
 
 namespace {
 
-constexpr int dirStateColumn = 2;
-
 class Interleavings : public tests::LoaderTest {
 protected:
     bool ServeUntilDeleted() {

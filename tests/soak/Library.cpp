@@ -100,11 +100,14 @@ std::wstring Library::AddFolder() {
 void Library::ChangeSomething(bool withDeletes) {
     const std::filesystem::path folder = paths[random() % paths.size()];
     const auto files = DrawingsIn(folder);
-    const std::filesystem::path& file = files[random() % files.size()];
-    switch (random() % 4) {
-    case 0:
+    const unsigned kind = random() % 4;
+    // A folder may have lost its last drawing to a description that could not be written.
+    if (kind == 0 || files.empty()) {
         root.write(folder / ("added" + std::to_string(++lastNumber) + ".dwg"), RandomDrawing());
-        break;
+        return;
+    }
+    const std::filesystem::path& file = files[random() % files.size()];
+    switch (kind) {
     case 1: // another length, since a change within the same second and of the same length goes unseen
         if (!IsReal(file))
             root.write(file, DrawingWithPicture() + std::string(400 + static_cast<std::size_t>(++lastNumber), '\0'));
