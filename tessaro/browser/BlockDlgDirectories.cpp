@@ -6,6 +6,7 @@
 #include "tessaro/host/ModuleState.h"
 #include "tessaro/platform/Text.h"
 #include "tessaro/platform/UserInterface.h"
+#include "tessaro/reading/DirectoryUsers.h"
 #include "tessaro/reading/Loader.h"
 
 #include <QMenu>
@@ -29,19 +30,21 @@ void BlockDlg::OnAdd() {
 }
 
 void BlockDlg::OnDelete() {
-    const int row = controls->directoryList->SelectedRow();
-    const Directory* const directory = DirectoryAt(row);
+    const Directory* const directory = DirectoryAt(controls->directoryList->SelectedRow());
     if (directory == nullptr)
         return;
     if (directory->isInternal) {
         platform::MessageBox(L"You may not delete Internal Blocks");
         return;
     }
+    const HeldDirectory held(directory);
     const std::wstring question =
         platform::Format(L"Are you sure you wish to delete '%s'?", directory->description.c_str());
     if (platform::MessageBox(question, L"Tessaro", platform::MessageButtons::YesNo, platform::MessageIcon::Question) !=
         platform::MessageAnswer::Yes)
         return;
+    // An earlier delete may have moved the rows meanwhile.
+    const int row = controls->directoryList->Rows().FindData(directory);
     if (DirectoryRowCount() >= 2)
         SelectDirectoryRow(row > 0 ? row - 1 : row + 1);
     else

@@ -110,6 +110,29 @@ TEST_F(LeavingDirectory, TheLargePictureOfARowOfAnotherOneDoesNotOpen) {
     });
 }
 
+TEST_F(LeavingDirectory, AnotherDeletesQuestionOutlivesTheRowsThatMoveUp) {
+    AddFolder(L"Third", {"beta"});
+    const Directory* const fourth = AddFolder(L"Fourth", {"gamma"});
+    Run([&](BlockDlg& dlg) {
+        ASSERT_TRUE(DeleteAndReturn(dlg));
+        dlg.SelectDirectoryRow(2);
+        Answer([&](QWidget& window) {
+            auto* const box = qobject_cast<QMessageBox*>(&window);
+            if (box == nullptr)
+                return false;
+            EXPECT_EQ(box->text(), QStringLiteral("Are you sure you wish to delete 'Third'?"));
+            held.reset();
+            EXPECT_TRUE(WaitFor([&] { return dlg.DirectoryRowCount() == 3; })) << "the first one is gone";
+            box->done(QMessageBox::Yes);
+            return true;
+        });
+        dlg.Controls().remove->click();
+        EXPECT_EQ(currentDirectory.load(), other) << "the row before";
+        ExpectGone();
+        EXPECT_THAT(directories, testing::ElementsAre(other, fourth));
+    });
+}
+
 TEST_F(LeavingDirectory, ADeleteWaitsForThePrint) {
     Run([&](BlockDlg& dlg) {
         ASSERT_TRUE(DeleteAndReturn(dlg));
