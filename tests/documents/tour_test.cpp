@@ -49,13 +49,23 @@ protected:
                                "' QT_QPA_PLATFORM=offscreen timeout 250 " + command);
     }
 
+    /// What did not work, ahead of all that did.
+    static std::string faultsFirst(const std::string& transcript) {
+        std::istringstream in(transcript);
+        std::string faults;
+        for (std::string line; std::getline(in, line);)
+            if (line.starts_with("! "))
+                faults += line + "\n";
+        return faults + transcript;
+    }
+
     const tests::TemporaryFolder place;
 };
 
 TEST_F(Tour, IsCarriedOutAndLeavesDrawingsASheetAndPictures) {
     ASSERT_EQ(run("tessaro-samples library").status, 0);
     const auto [status, transcript] = run("tessaro-editor --batch --script tour.scr library/Flat.dwg");
-    ASSERT_EQ(status, 0) << transcript;
+    ASSERT_EQ(status, 0) << faultsFirst(transcript);
 
     EXPECT_THAT(transcript, HasSubstr("\"Round-Table-4\"  Attach  Loaded"));
     EXPECT_THAT(transcript, HasSubstr("BLOCK REFERENCE  Layer: \"A-DOOR\""));
