@@ -51,6 +51,28 @@ protected:
         QTest::qWait(kSomeLooks);
         return IsListed();
     }
+    /// Prints into the file after something has happened while the print dialog is up; gives what the message at the
+    /// end says.
+    static QString PrintAfter(BlockDlg& dlg, const std::filesystem::path& file, const std::function<void()>& happens) {
+        QString said;
+        bool happened = false;
+        Answer([&](QWidget& window) {
+            if (auto* const dialog = qobject_cast<QPrintDialog*>(&window); dialog != nullptr && !happened) {
+                happened = true;
+                happens();
+                dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(QString::fromStdString(file));
+                dialog->accept();
+            }
+            auto* const box = qobject_cast<QMessageBox*>(&window);
+            if (box == nullptr)
+                return false;
+            said = box->text();
+            box->accept();
+            return true;
+        });
+        dlg.Controls().print->click();
+        return said;
+    }
     void ExpectGone() {
         EXPECT_TRUE(WaitFor([] { return loaderThreads.deletes == 0; }));
         EXPECT_FALSE(IsListed());
@@ -78,22 +100,7 @@ TEST_F(LeavingDirectory, ASheetIsNotPrintedOfRowsThatAreBeingFilledAnew) {
     Run([&](BlockDlg& dlg) {
         ASSERT_TRUE(ShowFirst(dlg));
         const auto file = folder.path() / "sheet.pdf";
-        QString said;
-        Answer([&](QWidget& window) {
-            if (auto* const dialog = qobject_cast<QPrintDialog*>(&window)) {
-                dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(QString::fromStdString(file));
-                dlg.InsertBlockRow(L"12345678");
-                dialog->accept();
-                return false;
-            }
-            auto* const box = qobject_cast<QMessageBox*>(&window);
-            if (box == nullptr)
-                return false;
-            said = box->text();
-            box->accept();
-            return true;
-        });
-        dlg.Controls().print->click();
+        const QString said = PrintAfter(dlg, file, [&] { dlg.InsertBlockRow(L"12345678"); });
         EXPECT_EQ(said, QStringLiteral("The directory is not done loading. Please try again later."));
         EXPECT_FALSE(std::filesystem::exists(file));
     });
@@ -138,24 +145,7 @@ TEST_F(LeavingDirectory, ADeleteWaitsForThePrint) {
         ASSERT_TRUE(DeleteAndReturn(dlg));
         const auto file = folder.path() / "sheet.pdf";
         bool outlived = false;
-        QString said;
-        Answer([&](QWidget& window) {
-            if (auto* const dialog = qobject_cast<QPrintDialog*>(&window)) {
-                if (!held)
-                    return false;
-                outlived = OutlivesSomeLooks();
-                dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(QString::fromStdString(file));
-                dialog->accept();
-                return false;
-            }
-            auto* const box = qobject_cast<QMessageBox*>(&window);
-            if (box == nullptr)
-                return false;
-            said = box->text();
-            box->accept();
-            return true;
-        });
-        dlg.Controls().print->click();
+        const QString said = PrintAfter(dlg, file, [&] { outlived = OutlivesSomeLooks(); });
         EXPECT_TRUE(outlived);
         EXPECT_EQ(said, QStringLiteral("Done Printing"));
         EXPECT_THAT(tests::readFile(file), HasSubstr("%PDF"));
