@@ -14,9 +14,7 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPrintDialog>
 #include <QTest>
 
 #include <algorithm>
@@ -51,28 +49,6 @@ protected:
         QTest::qWait(kSomeLooks);
         return IsListed();
     }
-    /// Prints into the file after something has happened while the print dialog is up; gives what the message at the
-    /// end says.
-    static QString PrintAfter(BlockDlg& dlg, const std::filesystem::path& file, const std::function<void()>& happens) {
-        QString said;
-        bool happened = false;
-        Answer([&](QWidget& window) {
-            if (auto* const dialog = qobject_cast<QPrintDialog*>(&window); dialog != nullptr && !happened) {
-                happened = true;
-                happens();
-                dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(QString::fromStdString(file));
-                dialog->accept();
-            }
-            auto* const box = qobject_cast<QMessageBox*>(&window);
-            if (box == nullptr)
-                return false;
-            said = box->text();
-            box->accept();
-            return true;
-        });
-        dlg.Controls().print->click();
-        return said;
-    }
     void ExpectGone() {
         EXPECT_TRUE(WaitFor([] { return loaderThreads.deletes == 0; }));
         EXPECT_FALSE(IsListed());
@@ -100,7 +76,7 @@ TEST_F(LeavingDirectory, ASheetIsNotPrintedOfRowsThatAreBeingFilledAnew) {
     Run([&](BlockDlg& dlg) {
         ASSERT_TRUE(ShowFirst(dlg));
         const auto file = folder.path() / "sheet.pdf";
-        const QString said = PrintAfter(dlg, file, [&] { dlg.InsertBlockRow(L"12345678"); });
+        const QString said = PrintTo(dlg, file, 300, [&] { dlg.InsertBlockRow(L"12345678"); });
         EXPECT_EQ(said, QStringLiteral("The directory is not done loading. Please try again later."));
         EXPECT_FALSE(std::filesystem::exists(file));
     });
@@ -145,7 +121,7 @@ TEST_F(LeavingDirectory, ADeleteWaitsForThePrint) {
         ASSERT_TRUE(DeleteAndReturn(dlg));
         const auto file = folder.path() / "sheet.pdf";
         bool outlived = false;
-        const QString said = PrintAfter(dlg, file, [&] { outlived = OutlivesSomeLooks(); });
+        const QString said = PrintTo(dlg, file, 300, [&] { outlived = OutlivesSomeLooks(); });
         EXPECT_TRUE(outlived);
         EXPECT_EQ(said, QStringLiteral("Done Printing"));
         EXPECT_THAT(tests::readFile(file), HasSubstr("%PDF"));

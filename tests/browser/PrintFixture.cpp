@@ -10,6 +10,8 @@
 #include <QPrintDialog>
 #include <QTimer>
 
+#include <utility>
+
 PrintBrowser::~PrintBrowser() {
     printScale = 4;
     printType = 0;
@@ -26,10 +28,18 @@ void PrintBrowser::Answer(const std::function<bool(QWidget& window)>& handler) {
     timer->start(5);
 }
 
-QString PrintBrowser::PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots) {
+QString PrintBrowser::PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots,
+                              const std::function<void()>& happens) {
     QString said;
+    bool isHappening = false;
     Answer([&](QWidget& window) {
         if (auto* const dialog = qobject_cast<QPrintDialog*>(&window)) {
+            // It may serve events, and with them this answer.
+            if (std::exchange(isHappening, true))
+                return false;
+            if (happens)
+                happens();
+            isHappening = false;
             dialog->findChild<QLineEdit*>(QStringLiteral("filename"))->setText(QString::fromStdString(file.string()));
             auto* const resolution = dialog->findChild<QComboBox*>(QStringLiteral("pdfResolution"));
             resolution->setCurrentIndex(resolution->findData(dots));

@@ -13,8 +13,10 @@ protected:
 
     /// Answers the modal windows one after the other as they come up, until `handler` gives true.
     static void Answer(const std::function<bool(QWidget& window)>& handler);
-    /// Prints into the file from the open dialog, and gives what the message at the end says.
-    static QString PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots);
+    /// Prints into the file from the open dialog, and gives what the message at the end says. What is to happen
+    /// while the print dialog is up happens before it is answered.
+    static QString PrintTo(BlockDlg& dlg, const std::filesystem::path& file, int dots,
+                           const std::function<void()>& happens = {});
     /// Selects the first directory and waits until it is read.
     static bool Show(BlockDlg& dlg);
 };
